@@ -1,0 +1,224 @@
+#include "shell/fMain.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPainter>
+#include <QUrl>
+
+#include "shell/SplashScreen.h"
+
+namespace kelmoran {
+
+namespace {
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// Where "&Contact" and "Check for &Updates" lead.
+constexpr const char* kSupportMail = "mailto:support@kelmoran.example";
+constexpr const char* kUpdatesPage = "https://kelmoran.example/updates";
+
+void Apply(QAction* action, const MenuItem& item) {
+    if (item.Caption == "-") {
+        action->setSeparator(true);
+    } else {
+        action->setSeparator(false);
+        action->setText(Q(item.Caption));
+    }
+    action->setVisible(item.Visible);
+    action->setEnabled(item.Enabled);
+}
+
+}  // namespace
+
+// The client area: copies the current screen's picture, never erasing first.
+class fMain::ClientArea : public QWidget {
+public:
+    explicit ClientArea(fMain* owner) : QWidget(owner), owner_(owner) {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter p(this);
+        if (UiScreen* screen = owner_->Current_Ui_Screen()) {
+            p.drawImage(0, 0, screen->Picture());
+        } else {
+            p.fillRect(rect(), Qt::white);
+        }
+    }
+    void resizeEvent(QResizeEvent*) override {
+        if (UiScreen* screen = owner_->Current_Ui_Screen()) screen->Resize(size());
+    }
+
+private:
+    fMain* owner_;
+};
+
+fMain::fMain(QWidget* parent) : QMainWindow(parent) {
+    setWindowTitle("Kelmoran");
+    QFont font("DejaVu Sans");
+    font.setPixelSize(13);
+    setFont(font);
+    client_ = new ClientArea(this);
+    setCentralWidget(client_);
+    resize(900, 600);
+
+    Reset_Shell(this);
+    Build_Menus();
+    Shell.CurrentJD = Calc_JD(Now_UTC(), false);
+    Create_Main_Screen();
+    if (UiScreen* screen = Current_Ui_Screen()) screen->Resize(client_->size());
+}
+
+fMain::~fMain() {
+    Shell_Closing();
+    Shell.Host = nullptr;
+}
+
+void fMain::Build_Menus() {
+    const MenuModel& m = Shell.Menus;
+    QMenuBar* bar = menuBar();
+
+    fileMenu_ = bar->addMenu("    &File    ");
+    for (size_t i = 0; i < file_.size(); ++i) {
+        file_[i] = fileMenu_->addAction(Q(m.mnuFile[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(file_[i], &QAction::triggered, this, [index] { File_Menu_Action(index); });
+    }
+    options_ = bar->addAction(Q(m.mnuOptions.Caption));
+    options_->setEnabled(false);  // the Options dialogue is not part of the program yet
+    windowMenu_ = bar->addMenu("    &Screen    ");
+    for (size_t i = 0; i < window_.size(); ++i) {
+        window_[i] = windowMenu_->addAction(Q(m.mnuWindow[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(window_[i], &QAction::triggered, this, [index] { mnuWindow_Click(index); });
+    }
+    update_ = bar->addAction(Q(m.mnuUpdate.Caption));
+    connect(update_, &QAction::triggered, this, [] {
+        Kill_Activities();
+        Reset_Time();
+    });
+    search_ = bar->addAction(Q(m.mnuSearch.Caption));
+    for (size_t i = 0; i < undo_.size(); ++i) undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+    helpMenu_ = bar->addMenu("    &Help    ");
+    for (size_t i = 0; i < help_.size(); ++i) {
+        help_[i] = helpMenu_->addAction(Q(m.mnuHelp[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(help_[i], &QAction::triggered, this, [index] { mnuHelp_Click(index); });
+    }
+    bookMenu_ = bar->addMenu("Print Book");
+    for (size_t i = 0; i < book_.size(); ++i) {
+        book_[i] = bookMenu_->addAction(Q(m.mnuBook[i].Caption));
+        book_[i]->setEnabled(false);  // the almanac's printed pages come later
+    }
+    Menus_Changed();
+}
+
+void fMain::Menus_Changed() {
+    const MenuModel& m = Shell.Menus;
+    for (size_t i = 0; i < file_.size(); ++i) Apply(file_[i], m.mnuFile[i]);
+    for (size_t i = 0; i < window_.size(); ++i) Apply(window_[i], m.mnuWindow[i]);
+    Apply(update_, m.mnuUpdate);
+    Apply(search_, m.mnuSearch);
+    // Find Star's dialogue is not part of the program yet.
+    search_->setEnabled(false);
+    for (size_t i = 0; i < undo_.size(); ++i) Apply(undo_[i], m.mnuUndo[i]);
+    for (size_t i = 0; i < help_.size(); ++i) Apply(help_[i], m.mnuHelp[i]);
+}
+
+UiScreen* fMain::Current_Ui_Screen() const { return dynamic_cast<UiScreen*>(Shell.CurrentScreen); }
+
+MsgAnswer fMain::Message_Box(const std::string& text, const std::string& title,
+                             MsgButtons buttons) {
+    QMessageBox box(this);
+    box.setWindowTitle(Q(title));
+    box.setText(Q(text));
+    switch (buttons) {
+        case MsgButtons::OK: box.setStandardButtons(QMessageBox::Ok); break;
+        case MsgButtons::OKCancel:
+            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            break;
+        case MsgButtons::YesNoCancel:
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+            break;
+    }
+    switch (box.exec()) {
+        case QMessageBox::Cancel: return MsgAnswer::Cancel;
+        case QMessageBox::Yes: return MsgAnswer::Yes;
+        case QMessageBox::No: return MsgAnswer::No;
+        default: return MsgAnswer::OK;
+    }
+}
+
+MySystemTime fMain::Now_UTC() {
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    MySystemTime t;
+    t.wYear = static_cast<int16_t>(now.date().year());
+    t.wMonth = static_cast<int16_t>(now.date().month());
+    t.wDay = static_cast<int16_t>(now.date().day());
+    t.wDayOfWeek = static_cast<int16_t>(now.date().dayOfWeek() % 7 + 1);
+    t.wHour = static_cast<int16_t>(now.time().hour());
+    t.wMinute = static_cast<int16_t>(now.time().minute());
+    t.wSecond = static_cast<int16_t>(now.time().second());
+    t.wMilliseconds = static_cast<int16_t>(now.time().msec());
+    return t;
+}
+
+std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
+    std::unique_ptr<UiScreen> screen;
+    if (key == screen_key::Splash) screen = std::make_unique<SplashScreen>();
+    if (screen) screen->Resize(client_->size());
+    return screen;
+}
+
+bool fMain::Screen_Available(int windowIndex) { return windowIndex == kMainScreenIndex; }
+
+void fMain::Open_Separate_Screen(int) {}
+
+void fMain::End_Edit(bool) { Shell.Editing = kFalse; }
+
+void fMain::Repaint() { client_->update(); }
+
+void fMain::Unload_Main() { close(); }
+
+void fMain::Save_Settings() {}
+
+bool fMain::Open_Help_File() {
+    const QString path =
+        QDir(QCoreApplication::applicationDirPath()).filePath(shell_text::HelpFileName);
+    if (!QFileInfo::exists(path)) return false;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+void fMain::Open_Mail() {
+    QDesktopServices::openUrl(QUrl(QString(kSupportMail) + "?Subject=" + windowTitle()));
+}
+
+void fMain::Open_Updates_Page() { QDesktopServices::openUrl(QUrl(kUpdatesPage)); }
+
+void fMain::closeEvent(QCloseEvent* event) {
+    Kill_Activities();
+    if (!Query_Exit()) {
+        event->ignore();
+        return;
+    }
+    Shell_Closing();
+    event->accept();
+}
+
+void fMain::Shell_Closing() {
+    if (closing_) return;
+    closing_ = true;
+    Shut_Down();
+}
+
+void fMain::resizeEvent(QResizeEvent* event) { QMainWindow::resizeEvent(event); }
+
+}  // namespace kelmoran

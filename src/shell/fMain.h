@@ -1,0 +1,73 @@
+// The main window: the menu bar of the shell, the client area in which the grid screens
+// take turns, and the platform side of the shell (message boxes, clock, help).
+#pragma once
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "shell/M_Kelmoran.h"
+#include "shell/UiScreen.h"
+
+namespace kelmoran {
+
+class fMain : public QMainWindow, public ShellHost {
+    Q_OBJECT
+public:
+    explicit fMain(QWidget* parent = nullptr);
+    ~fMain() override;
+
+    // ShellHost
+    MsgAnswer Message_Box(const std::string& text, const std::string& title,
+                          MsgButtons buttons) override;
+    MySystemTime Now_UTC() override;
+    std::unique_ptr<cScreen> Make_Screen(const std::string& key) override;
+    bool Screen_Available(int windowIndex) override;
+    void Open_Separate_Screen(int windowIndex) override;
+    void End_Edit(bool commit) override;
+    void Repaint() override;
+    void Menus_Changed() override;
+    void Unload_Main() override;
+    void Save_Settings() override;
+    bool Open_Help_File() override;
+    void Open_Mail() override;
+    void Open_Updates_Page() override;
+
+    // The menu actions, for tests and the keyboard.
+    QAction* File_Action(int index) const { return file_[static_cast<size_t>(index)]; }
+    QAction* Window_Action(int index) const { return window_[static_cast<size_t>(index)]; }
+    QAction* Reset_Time_Action() const { return update_; }
+    QAction* Find_Star_Action() const { return search_; }
+    QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
+    QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
+    UiScreen* Current_Ui_Screen() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    class ClientArea;
+    void Build_Menus();
+    void Shell_Closing();
+
+    ClientArea* client_ = nullptr;
+    QMenu* fileMenu_ = nullptr;
+    QMenu* windowMenu_ = nullptr;
+    QMenu* helpMenu_ = nullptr;
+    QMenu* bookMenu_ = nullptr;
+    std::array<QAction*, 12> file_{};
+    std::array<QAction*, 10> window_{};
+    std::array<QAction*, 5> help_{};
+    std::array<QAction*, 7> book_{};
+    std::array<QAction*, 2> undo_{};
+    QAction* options_ = nullptr;
+    QAction* update_ = nullptr;
+    QAction* search_ = nullptr;
+    bool closing_ = false;
+};
+
+}  // namespace kelmoran
