@@ -1,0 +1,98 @@
+// The long series: objects that evaluate the full solutions of the Earth, the Moon, the
+// planets and Pluto from the built-in tables. Each object is made on first use and kept to
+// the end of the program; none holds state that a caller sees.
+//
+// Units: `t` is Julian centuries of Terrestrial Time from J2000.0, `tau` thousands of
+// Julian years of TT (t / 10). Angles in radians, distances in astronomical units unless
+// said otherwise.
+#pragma once
+
+#include <cstdint>
+
+namespace kelmoran {
+
+// Accuracy of a position call: 0 the full series, 1 the reduced series, 2 the fast route.
+using SeriesAccuracy = int32_t;
+inline constexpr SeriesAccuracy kAccuracyFull = 0;
+inline constexpr SeriesAccuracy kAccuracyReduced = 1;
+inline constexpr SeriesAccuracy kAccuracyFast = 2;
+
+// Body numbers of the Sun, Moon and planets.
+namespace body {
+inline constexpr int SunUpperLimb = 0;
+inline constexpr int SunLowerLimb = 1;
+inline constexpr int MoonUpperLimb = 2;
+inline constexpr int MoonLowerLimb = 3;
+inline constexpr int Mercury = 4;
+inline constexpr int Venus = 5;
+inline constexpr int Mars = 6;
+inline constexpr int Jupiter = 7;
+inline constexpr int Saturn = 8;
+inline constexpr int Neptune = 9;  // deliberately before Uranus
+inline constexpr int Uranus = 10;
+inline constexpr int Pluto = 11;
+inline constexpr int FirstStar = 12;
+}  // namespace body
+
+// The Earth (VSOP87 version D, heliocentric, ecliptic and equinox of date).
+class EarthSeries {
+public:
+    static EarthSeries& Instance();
+
+    // The Sun's geocentric rectangular coordinates, equatorial of J2000.0, AU, at `tau`.
+    void SunJ2000(double tau, double& x, double& y, double& z) const;
+    // The Earth's heliocentric rectangular coordinates, ecliptic of date, AU, at `t`;
+    // accuracy 0 the full series, 1 the reduced one, 2 the five-term head of the Sun's
+    // fast route.
+    void EarthRect(SeriesAccuracy accuracy, double t, double& x, double& y, double& z) const;
+    // The Sun's apparent ecliptic place of date without nutation (aberration and the
+    // conversion to FK5 applied). In: lon = `t`, lat = the accuracy (0 or 1) as a double.
+    // Out: lon, lat in radians, dist in AU.
+    void SunPlace(double& lon, double& lat, double& dist) const;
+
+private:
+    EarthSeries();
+};
+
+// The Moon (ELP/MPP02, fitted to DE405).
+class MoonSeries {
+public:
+    static MoonSeries& Instance();
+
+    // The Moon's geocentric ecliptic place of date, apparent but for nutation (light time
+    // and aberration included). In: lon = `t`, lat = the accuracy (0, 1 or 2) as a double.
+    // Out: lon, lat in radians, dist in kilometres.
+    void MoonPlace(double& lon, double& lat, double& dist) const;
+
+private:
+    MoonSeries();
+};
+
+// One planet (bodies 4 .. 10), VSOP87 version D: heliocentric L, B (radians, ecliptic and
+// equinox of date) and R (AU) at `tau`.
+class PlanetSeries {
+public:
+    // The object of body 4 .. 10; any other number gives Mercury's.
+    static PlanetSeries& For(int body);
+
+    void PlaceReduced(double tau, double& L, double& B, double& R) const;  // accuracy 1
+    void PlaceFull(double tau, double& L, double& B, double& R) const;     // accuracy 0
+
+private:
+    explicit PlanetSeries(int body);
+    int body_;
+};
+
+// Pluto: heliocentric L, B (radians, ecliptic and equinox of J2000.0) and R (AU) at `tau`,
+// for every date of years -9999 .. 9999; never fails.
+class PlutoSeries {
+public:
+    static PlutoSeries& Instance();
+
+    void Place(double tau, double& L, double& B, double& R) const;
+
+private:
+    PlutoSeries();
+};
+
+}  // namespace kelmoran
