@@ -14,8 +14,7 @@ namespace kelmoran {
 // PlanetSeries at accuracy 0 (full) and 1 (reduced), by the fast series at accuracy 2
 // (which never touches a PlanetSeries). Then annual aberration, FK5 and nutation.
 // `earthDistance` receives the Earth's radius vector in AU. Accuracy against a modern
-// ephemeris: level 0 within about 1" from 1800 to 2200, level 2 within about a minute of
-// arc for the inner planets and a few minutes for the outer ones.
+// ephemeris: level 0 within about 1" from 1800 to 2200; level 2 that of the fast series.
 void Calc_Planet(BodyPlace& place, int body, SeriesAccuracy accuracy, const EarthFrame& frame,
                  float& earthDistance);
 
@@ -36,8 +35,10 @@ float Calc_Magnitude(double t, int body, float earthSunDistance, double& geocent
 
 // Fast heliocentric series of the planets: truncations of VSOP87 version D (ecliptic and
 // equinox of date) to their largest terms. `tau` in thousands of Julian years of TT from
-// J2000.0. L, B in radians (L in 0 .. 2π), R in AU. Within a minute of arc (inner planets)
-// to a few minutes (outer) of the full series over several thousand years.
+// J2000.0. L, B in radians (L in 0 .. 2π), R in AU. From 1800 to 2200 the longitude is
+// within 1' of the full series for Mercury and Venus, 6' for Mars, 19' for Jupiter and
+// 3' to 8' for Saturn, Neptune and Uranus; far from J2000 the missing powers of tau grow
+// (up to 2.5 degrees for Saturn at year -2000).
 void Mercury_Fast(double tau, double& L, double& B, double& R);
 void Venus_Fast(double tau, double& L, double& B, double& R);
 void Mars_Fast(double tau, double& L, double& B, double& R);

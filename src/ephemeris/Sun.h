@@ -10,10 +10,10 @@
 namespace kelmoran {
 
 // Apparent RA, Dec (true equator and equinox of date), radius vector (AU) and GHA of the
-// Sun at the frame's moment. Accuracy 2 takes the fast route (within about 10" of the full
-// series from 1800 to 2200, within a minute of arc over years -2000 .. 3000); 0 and 1 the
-// EarthSeries (about 0.1" and 1" respectively). Any accuracy other than 2 asks the series,
-// 0 and 1 being the meaningful ones.
+// Sun at the frame's moment. Accuracy 2 takes the fast route (within 100" of a modern
+// ephemeris from 1800 to 2200, half a degree at year -2000); 0 and 1 ask the EarthSeries
+// (within a fraction of a second of arc, and a few seconds). Any accuracy other than 1 and
+// 2 is taken as 0.
 BodyPlace Calc_Sun(SeriesAccuracy accuracy, const EarthFrame& frame);
 
 // The fast route. In: lon = TT in Julian centuries from J2000.0. Out: lon the apparent
