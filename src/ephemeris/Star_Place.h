@@ -47,7 +47,7 @@ void Set_Star_Lookup(StarLookup lookup);
 // that catalogue number (its RA, Dec and proper motions; motion linear in the years from
 // J2000.0) and `ra`, `dec` are outputs only. With `index` 0, `ra` and `dec` are read as a
 // place at J2000.0 without proper motion and replaced by the apparent place. Radians.
-// Precession and nutation are taken at UT (no ΔT). Within about 0.1" of a rigorous
+// Precession and nutation are taken at UT (no ΔT). Within 0.2" of a rigorous
 // reduction (IAU 1976 precession, IAU 1980 nutation, aberration from the Earth's velocity)
 // over years 1800 .. 2200, the 32-bit arctangents included.
 void Calc_Star_Place(int32_t index, double& ra, double& dec, double jd);
