@@ -142,6 +142,14 @@ std::string Format_Lat_DMS(double radians, int places, bool pad);
 // " W" for a negative value. Padded as Format_Angle.
 std::string Format_Long(double radians, int places, bool pad);
 
+// A true course in degrees by "000°.0" (no suffix: callers add " T" where it is shown). A
+// course that rounds to 360.0 prints as "000°.0".
+std::string Format_Course(double degrees);
+
+// A magnetic course in degrees by "000°.0 M", brought into 0 .. 360 by a single ±360 after
+// rounding to one decimal.
+std::string Format_Magnetic_Course(double degrees);
+
 // ---------------------------------------------------------------------------------------
 // Times and zones
 // ---------------------------------------------------------------------------------------
