@@ -105,7 +105,9 @@ double Argument(double deg) { return Reduce_2Pi(deg / kDegreesPerRadian); }
 
 double Reduce_2Pi(double a) {
     if (!std::isfinite(a)) return 0.0;
-    return a - kTwoPi * std::floor(a / kTwoPi);
+    const double r = a - kTwoPi * std::floor(a / kTwoPi);
+    // A value a hair below a whole turn can round to 2π itself.
+    return r < kTwoPi ? r : 0.0;
 }
 
 void Calc_Nutation(double t, double& trueObliquity, double& nutLong, double& nutObl) {
