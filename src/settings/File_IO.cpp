@@ -85,6 +85,34 @@ private:
     size_t pos_ = 0;
 };
 
+// The fixed fields of the record in file order, each handed to `visit`.
+template <typename Record, typename Visit>
+void Visit_Fixed_Fields(Record& s, Visit&& visit) {
+    visit(s.ObserverLat);
+    visit(s.ObserverLong);
+    visit(s.FixCourse);
+    visit(s.FixSpeed);
+    visit(s.FixTime);
+    visit(s.Pressure);
+    visit(s.Temp);
+    visit(s.IndexError);
+    visit(s.HtOfEye);
+    visit(s.PositionMethod);
+    visit(s.SightAltLimit);
+    visit(s.SightAzLimit);
+    visit(s.HelpLevel);
+    visit(s.SightStarCount);
+    visit(s.SimplifiedRiseSet);
+    visit(s.Spare);
+    visit(s.ShowRA);
+    visit(s.SightsTabDown);
+    visit(s.AutoTimeZone);
+    visit(s.UseMetres);
+    visit(s.UseCelsius);
+    visit(s.UseMillibars);
+    visit(s.DaylightStars);
+}
+
 std::vector<unsigned char> Read_Whole_File(const std::string& path, bool& exists) {
     std::vector<unsigned char> bytes;
     std::ifstream in(path, std::ios::binary);
@@ -198,29 +226,7 @@ std::vector<unsigned char> Encode_User_Dat(const SettingsRecord& s, int32_t bias
     std::vector<unsigned char> out;
     out.reserve(kUserDatMinimumBytes + s.DefaultPlanFile.size());
     ByteWriter w(out);
-    w.Put(s.ObserverLat);
-    w.Put(s.ObserverLong);
-    w.Put(s.FixCourse);
-    w.Put(s.FixSpeed);
-    w.Put(s.FixTime);
-    w.Put(s.Pressure);
-    w.Put(s.Temp);
-    w.Put(s.IndexError);
-    w.Put(s.HtOfEye);
-    w.Put(s.PositionMethod);
-    w.Put(s.SightAltLimit);
-    w.Put(s.SightAzLimit);
-    w.Put(s.HelpLevel);
-    w.Put(s.SightStarCount);
-    w.Put(s.SimplifiedRiseSet);
-    w.Put(s.Spare);
-    w.Put(s.ShowRA);
-    w.Put(s.SightsTabDown);
-    w.Put(s.AutoTimeZone);
-    w.Put(s.UseMetres);
-    w.Put(s.UseCelsius);
-    w.Put(s.UseMillibars);
-    w.Put(s.DaylightStars);
+    Visit_Fixed_Fields(s, [&w](const auto& field) { w.Put(field); });
     std::string path = Utf8_To_Ansi(s.DefaultPlanFile);
     if (path.size() > 0xFFFF) path.resize(0xFFFF);
     w.Put(static_cast<uint16_t>(path.size()));
@@ -233,29 +239,7 @@ void Decode_User_Dat(std::span<const unsigned char> bytes, SettingsRecord& s, in
     s = SettingsRecord{};
     bias = 0;
     ByteReader r(bytes);
-    r.Get(s.ObserverLat);
-    r.Get(s.ObserverLong);
-    r.Get(s.FixCourse);
-    r.Get(s.FixSpeed);
-    r.Get(s.FixTime);
-    r.Get(s.Pressure);
-    r.Get(s.Temp);
-    r.Get(s.IndexError);
-    r.Get(s.HtOfEye);
-    r.Get(s.PositionMethod);
-    r.Get(s.SightAltLimit);
-    r.Get(s.SightAzLimit);
-    r.Get(s.HelpLevel);
-    r.Get(s.SightStarCount);
-    r.Get(s.SimplifiedRiseSet);
-    r.Get(s.Spare);
-    r.Get(s.ShowRA);
-    r.Get(s.SightsTabDown);
-    r.Get(s.AutoTimeZone);
-    r.Get(s.UseMetres);
-    r.Get(s.UseCelsius);
-    r.Get(s.UseMillibars);
-    r.Get(s.DaylightStars);
+    Visit_Fixed_Fields(s, [&r](auto& field) { r.Get(field); });
     uint16_t length = 0;
     r.Get(length);
     s.DefaultPlanFile = Ansi_To_Utf8(r.Get_Bytes(length));

@@ -110,7 +110,8 @@ struct LmtChange {
 //    comes before the end in the year, southern otherwise). A bias that equals neither is
 //    one set by hand and is left alone; so is every bias in a year where the rules have no
 //    meaning (both moments on 1 January).
-// MyJD is worked out again whenever the calendar or the label changed.
+// On entry MyJD holds the day count of Date under JulDates; it is worked out again
+// whenever the calendar or the label changed.
 LmtChange Test_Date_for_LMT_Change(DateControlState& control);
 
 // Stores a bias in the control and its label (by Zone_Label for the control's year).

@@ -3,10 +3,7 @@
 // the Time tab.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QTimeZone>
-#include <cstdlib>
-#include <ctime>
 
 #include "settings/M_TimeZones.h"
 #include "settings/SettingsRecord.h"
@@ -16,7 +13,7 @@
 namespace kelmoran {
 namespace {
 
-// The computer's zone for this run, set before Qt starts (see main).
+// The computer's zone for this run, set before Qt starts (Ui_Main.cpp).
 constexpr const char* kProcessZone = "Australia/Sydney";
 
 QDateTime Utc(int y, int m, int d, int h = 12) {
@@ -389,12 +386,3 @@ TEST_F(TimeZones, TimeTab) {
 
 }  // namespace
 }  // namespace kelmoran
-
-int main(int argc, char** argv) {
-    // The computer's zone for this run, before Qt first asks for it.
-    ::setenv("TZ", kelmoran::kProcessZone, 1);
-    ::tzset();
-    QApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
