@@ -6,15 +6,12 @@
 // planets, 10 °C and 1010 mb).
 #include "ephemeris/Altitude_Corrections.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace kelmoran {
+#include "settings/File_IO.h"
 
-float IndexErrorRad = 0.0f;
-float DipRad = 0.0f;
-float RefractionFactor = 1.0f;
+namespace kelmoran {
 
 namespace {
 
@@ -69,18 +66,6 @@ double Row_Top(std::size_t i) {
 }
 
 }  // namespace
-
-void Set_Altitude_Corrections(float pressure, float temperature, float indexError,
-                              float heightOfEye) {
-    IndexErrorRad = static_cast<float>(indexError / kArcminPerRadian);
-    DipRad = heightOfEye > 0.0f
-                 ? static_cast<float>(1.758 * std::sqrt(static_cast<double>(heightOfEye)) /
-                                      kArcminPerRadian)
-                 : 0.0f;
-    const double kelvin = temperature + 273.0;
-    RefractionFactor =
-        kelvin > 0.0 ? static_cast<float>(pressure * 0.28019801980198 / kelvin) : 1.0f;
-}
 
 float Refraction_Apparent(float h) {
     const double H = h * kDegreesPerRadian;

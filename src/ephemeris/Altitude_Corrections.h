@@ -9,19 +9,11 @@
 
 namespace kelmoran {
 
-// Values derived from the settings (pressure, temperature, index error, height of eye),
-// recomputed whenever they change. 32-bit floats, as stored beside the settings.
-extern float IndexErrorRad;     // index error, radians (0 until set)
-extern float DipRad;            // dip of the sea horizon, radians (0 until set)
-extern float RefractionFactor;  // atmospheric scale of refraction, 1 at 1010 mb and 10 °C
-
-// Sets the three derived values from the settings' own units: `pressure` in millibars,
-// `temperature` in degrees Celsius, `indexError` in minutes of arc, `heightOfEye` in
-// metres. IndexErrorRad = indexError / 3437.74677078494; DipRad = 1.758 √heightOfEye /
-// 3437.74677078494 (0 for a height of 0 or below); RefractionFactor = pressure x 283 /
-// 1010 / (temperature + 273) (1 if the temperature is at or below absolute zero).
-void Set_Altitude_Corrections(float pressure, float temperature, float indexError,
-                              float heightOfEye);
+// The values derived from the settings stand beside the settings record (IndexErrorRad,
+// DipRad and RefractionFactor in settings/File_IO.h, recomputed by Compute_Derived_Settings
+// whenever the settings change). The refraction routes below are scaled by
+// RefractionFactor, the atmospheric scale: Pressure x 283 / 1010 / (Temp + 273), 1 at
+// 1010 mb and 10 °C.
 
 // Refraction (radians, positive) for an apparent altitude `h` in radians, scaled by
 // RefractionFactor: Bennett's formula (within about 0.1' above 5 degrees), and below

@@ -7,6 +7,7 @@
 
 #include "ephemeris/Altitude_Corrections.h"
 #include "ephemeris/Angles.h"
+#include "settings/File_IO.h"
 
 namespace kelmoran {
 namespace {
@@ -60,11 +61,31 @@ TEST(Angles, TwoArgumentArctangentsRunOverAWholeTurn) {
     EXPECT_NEAR(Atan2_R8(-1e300, 1e-300), 4.71238898038469, 1e-12);
 }
 
-// Sets the derived values for standard air (1010 mb, 10 °C) and restores them after.
+// Settings of pressure (mb), temperature (°C), index error (minutes) and height of eye (m),
+// with the values derived from them.
+void Set_Altitude_Corrections(float pressure, float temperature, float indexError,
+                              float heightOfEye) {
+    Settings.Pressure = pressure;
+    Settings.Temp = temperature;
+    Settings.IndexError = indexError;
+    Settings.HtOfEye = heightOfEye;
+    Compute_Derived_Settings();
+}
+
+// Standard air (1010 mb, 10 °C) for each test; the settings are restored after.
 class Corrections : public ::testing::Test {
 protected:
-    void SetUp() override { Set_Altitude_Corrections(1010.0f, 10.0f, 0.0f, 0.0f); }
-    void TearDown() override { Set_Altitude_Corrections(1010.0f, 10.0f, 0.0f, 0.0f); }
+    void SetUp() override {
+        saved_ = Settings;
+        Set_Altitude_Corrections(1010.0f, 10.0f, 0.0f, 0.0f);
+    }
+    void TearDown() override {
+        Settings = saved_;
+        Compute_Derived_Settings();
+    }
+
+private:
+    SettingsRecord saved_;
 };
 
 TEST_F(Corrections, DerivedValues) {
