@@ -82,7 +82,8 @@ float Calc_Magnitude(double t, int body, float earthSunDistance, double& geocent
     }
     phaseAngle = static_cast<float>(i);
 
-    const double S = std::log(r * D) / 2.30258509299405 * 5.0;
+    // A distance of 0 (no place yet) leaves the base term at 0 rather than infinite.
+    const double S = r * D > 0.0 ? std::log(r * D) / 2.30258509299405 * 5.0 : 0.0;
     double m = 0.0;
     switch (body) {
         case body::SunUpperLimb:
