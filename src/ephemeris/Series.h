@@ -9,6 +9,8 @@
 
 #include <cstdint>
 
+#include "ephemeris/Series_Tables.h"
+
 namespace kelmoran {
 
 // Accuracy of a position call: 0 the full series, 1 the reduced series, 2 the fast route.
@@ -52,6 +54,10 @@ public:
 
 private:
     EarthSeries();
+    // L, B, R of the Earth at `tau` by accuracy: 0 full, 1 reduced, 2 the five-term head.
+    void Earth_LBR(SeriesAccuracy accuracy, double tau, double& L, double& B, double& R) const;
+    VsopBody full_;
+    VsopBody reduced_;
 };
 
 // The Moon (ELP/MPP02, fitted to DE405).
@@ -66,6 +72,9 @@ public:
 
 private:
     MoonSeries();
+    ElpMoon full_;
+    ElpMoon reduced_;
+    ElpMoon fast_;
 };
 
 // One planet (bodies 4 .. 10), VSOP87 version D: heliocentric L, B (radians, ecliptic and
@@ -81,6 +90,8 @@ public:
 private:
     explicit PlanetSeries(int body);
     int body_;
+    VsopBody full_;
+    VsopBody reduced_;
 };
 
 // Pluto: heliocentric L, B (radians, ecliptic and equinox of J2000.0) and R (AU) at `tau`,
@@ -93,6 +104,7 @@ public:
 
 private:
     PlutoSeries();
+    ChebyshevTable table_;
 };
 
 }  // namespace kelmoran
