@@ -61,102 +61,45 @@ const char* Blob_Of(int body) {
     }
 }
 
-// ---- Long-term precession (Vondrák, Capitaine and Wallace 2011, A&A 534, A22, with the
-// corrigendum of 2012, A&A 541, C1): the poles of the mean ecliptic and of the mean equator
-// of date as unit vectors in the mean equator and equinox of J2000.0. Valid for +/- 200
-// millennia; within a few arcseconds over the historical period.
+// ---- Precession of the ecliptic (Laskar 1986, A&A 157, 59), the precession to which
+// VSOP87 version D is referred, with the polynomials as ELP/MPP02 gives them (Chapront and
+// Francou 2002): P and Q of the pole of the mean ecliptic of date, and the general
+// precession in longitude p_A, arcseconds, T in Julian centuries of TT from J2000.0.
+constexpr std::array<double, 6> kEclipticP = {0.0, 0.10180391e-4, 0.47020439e-6, -0.5417367e-9,
+                                              -0.2507948e-11, 0.463486e-14};
+constexpr std::array<double, 6> kEclipticQ = {0.0, -0.113469002e-3, 0.12372674e-6,
+                                              0.12654170e-8, -0.1371808e-11, -0.320334e-14};
+constexpr std::array<double, 5> kPrecessionLongitude = {0.0, 5029.0966, 1.1120, 0.000077,
+                                                        -0.00002353};
 
-struct PeriodicTerm {
-    double period;  // centuries
-    double cosA, cosB, sinA, sinB;
-};
-
-// Ecliptic pole: P_A and Q_A, arcseconds (Vondrák et al. 2011, Table 1 and eq. 8).
-constexpr std::array<double, 4> kPaPoly = {5851.607687, -0.1189000, -0.00028913, 0.000000101};
-constexpr std::array<double, 4> kQaPoly = {-1600.886300, 1.1689818, -0.00000020, -0.000000437};
-constexpr std::array<PeriodicTerm, 8> kEclipticTerms = {{
-    {708.15, -5486.751211, -684.661560, 667.666730, -5523.863691},
-    {2309.00, -17.127623, 2446.283880, -2354.886252, -549.747450},
-    {1620.00, -617.517403, 399.671049, -428.152441, -310.998056},
-    {492.20, 413.442940, -356.652376, 376.202861, 421.535876},
-    {1183.00, 78.614193, -186.387003, 184.778874, -36.776172},
-    {622.00, -180.732815, -316.800070, 335.321713, -145.278396},
-    {882.00, -87.676083, 198.296701, -185.138669, -34.744450},
-    {547.00, 46.140315, 101.135679, -120.972830, 22.885731},
-}};
-
-// Equator pole: X_A and Y_A, arcseconds (Vondrák et al. 2011, Table 2 and eq. 9).
-constexpr std::array<double, 4> kXaPoly = {5453.282155, 0.4252841, -0.00037173, -0.000000152};
-constexpr std::array<double, 4> kYaPoly = {-73750.930350, -0.7675452, -0.00018725, 0.000000231};
-constexpr std::array<PeriodicTerm, 14> kEquatorTerms = {{
-    {256.75, -819.940624, 75004.344875, 81491.287984, 1558.515853},
-    {708.15, -8444.676815, 624.033993, 787.163481, 7774.939698},
-    {274.20, 2600.009459, 1251.136893, 1251.296102, -2219.534038},
-    {241.45, 2755.175630, -1102.212834, -1257.950837, -2523.969396},
-    {2309.00, -167.659835, -2660.664980, -2966.799730, 247.850422},
-    {492.20, 871.855056, 699.291817, 639.744522, -846.485643},
-    {396.10, 44.769698, 153.167220, 131.600209, -1393.124055},
-    {288.90, -512.313065, -950.865637, -445.040117, 368.526116},
-    {231.10, -819.415595, 499.754645, 584.522874, 749.045012},
-    {1610.00, -538.071099, -145.188210, -89.756563, 444.704518},
-    {620.00, -189.793622, 558.116553, 524.429630, 235.934465},
-    {157.87, -402.922932, -23.923029, -13.549067, 374.049623},
-    {220.30, 179.516345, -165.405086, -210.157124, -171.330180},
-    {1200.00, -9.814756, 9.344131, -44.919798, -22.899655},
-}};
-
-constexpr double kObliquityJ2000 = 84381.406 * kArcsecond;
-
-// The two series of one pole, arcseconds, at t centuries of TT.
 template <std::size_t N>
-void Pole_Series(double t, const std::array<double, 4>& polyA, const std::array<double, 4>& polyB,
-                 const std::array<PeriodicTerm, N>& terms, double& a, double& b) {
-    a = polyA[0] + t * (polyA[1] + t * (polyA[2] + t * polyA[3]));
-    b = polyB[0] + t * (polyB[1] + t * (polyB[2] + t * polyB[3]));
-    for (const PeriodicTerm& term : terms) {
-        const double w = kTwoPi * t / term.period;
-        const double c = std::cos(w), s = std::sin(w);
-        a += c * term.cosA + s * term.sinA;
-        b += c * term.cosB + s * term.sinB;
-    }
+double Polynomial(const std::array<double, N>& c, double T) {
+    double v = 0.0;
+    for (std::size_t k = N; k-- > 0;) v = v * T + c[k];
+    return v;
 }
 
-// Unit vector of the pole of the mean ecliptic of date.
-std::array<double, 3> Ecliptic_Pole(double t) {
-    double p, q;
-    Pole_Series(t, kPaPoly, kQaPoly, kEclipticTerms, p, q);
-    p *= kArcsecond;
-    q *= kArcsecond;
-    const double w = std::sqrt(std::fmax(0.0, 1.0 - p * p - q * q));
-    const double s = std::sin(kObliquityJ2000), c = std::cos(kObliquityJ2000);
-    return {p, -q * c - w * s, -q * s + w * c};
-}
+// Obliquity of the ecliptic of J2000.0 on the equator as VSOP87 takes it, 23°26'21.41136".
+constexpr double kObliquityJ2000 = 84381.41136 * kArcsecond;
 
-// Unit vector of the pole of the mean equator of date.
-std::array<double, 3> Equator_Pole(double t) {
-    double x, y;
-    Pole_Series(t, kXaPoly, kYaPoly, kEquatorTerms, x, y);
-    x *= kArcsecond;
-    y *= kArcsecond;
-    return {x, y, std::sqrt(std::fmax(0.0, 1.0 - x * x - y * y))};
-}
-
-std::array<double, 3> Cross(const std::array<double, 3>& a, const std::array<double, 3>& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-// Rotates a vector from the mean ecliptic and equinox of date (t centuries of TT) to the
+// Rotates a vector from the mean ecliptic and equinox of date (T centuries of TT) to the
 // mean equator and equinox of J2000.0.
-void Ecliptic_Of_Date_To_J2000(double t, double& x, double& y, double& z) {
-    const std::array<double, 3> ez = Ecliptic_Pole(t);
-    std::array<double, 3> ex = Cross(Equator_Pole(t), ez);  // towards the equinox of date
-    const double n = std::sqrt(ex[0] * ex[0] + ex[1] * ex[1] + ex[2] * ex[2]);
-    for (double& v : ex) v /= n;
-    const std::array<double, 3> ey = Cross(ez, ex);
-    const double a = x, b = y, c = z;
-    x = a * ex[0] + b * ey[0] + c * ez[0];
-    y = a * ex[1] + b * ey[1] + c * ez[1];
-    z = a * ex[2] + b * ey[2] + c * ez[2];
+void Ecliptic_Of_Date_To_J2000(double T, double& x, double& y, double& z) {
+    // Count longitudes from the departure point of J2000.0 on the ecliptic of date.
+    const double pA = Polynomial(kPrecessionLongitude, T) * kArcsecond;
+    const double c = std::cos(pA), s = std::sin(pA);
+    const double x1 = c * x + s * y, y1 = -s * x + c * y, z1 = z;
+    // The ecliptic of date onto the ecliptic of J2000.0.
+    const double P = Polynomial(kEclipticP, T), Q = Polynomial(kEclipticQ, T);
+    const double w = std::sqrt(std::fmax(0.0, 1.0 - P * P - Q * Q));
+    const double xe = (1.0 - 2.0 * P * P) * x1 + 2.0 * P * Q * y1 + 2.0 * P * w * z1;
+    const double ye = 2.0 * P * Q * x1 + (1.0 - 2.0 * Q * Q) * y1 - 2.0 * Q * w * z1;
+    const double ze = -2.0 * P * w * x1 + 2.0 * Q * w * y1 + (1.0 - 2.0 * P * P - 2.0 * Q * Q) * z1;
+    // Ecliptic to equator.
+    const double ce = std::cos(kObliquityJ2000), se = std::sin(kObliquityJ2000);
+    x = xe;
+    y = ye * ce - ze * se;
+    z = ye * se + ze * ce;
 }
 
 // ---- The Moon ----
@@ -170,11 +113,10 @@ constexpr double kMoonReducedKm = 0.001;
 constexpr double kMoonFastAngle = 0.5;
 constexpr double kMoonFastKm = 0.5;
 
-// Precession in longitude from the departure point of J2000.0 to the mean equinox of date,
-// arcseconds, as in ELP/MPP02 (Chapront and Francou 2002): the constant 5029.0966"/cy
-// corrected by -0.29965"/cy for the fit to DE405.
-constexpr std::array<double, 5> kMoonPrecession = {0.0, 5029.0966 - 0.29965, 1.1120, 0.000077,
-                                                   -0.00002353};
+// The Moon's longitude is carried from the departure point of J2000.0 to the mean equinox
+// of date by the same precession in longitude as the Earth's series (kPrecessionLongitude,
+// without ELP/MPP02's own fitted correction of -0.29965"/cy), so that the Sun and the Moon
+// share one equinox of date.
 
 // Light time: kilometres of light a Julian century.
 constexpr double kLightKmPerCentury = 299792.458 * 86400.0 * 36525.0;
@@ -283,8 +225,8 @@ void MoonSeries::MoonPlace(double& lon, double& lat, double& dist) const {
                                                         : fast_;
     double V, U, r;
     series.Evaluate(T, V, U, r);
-    const double* p = kMoonPrecession.data();
-    const double precession = T * (p[1] + T * (p[2] + T * (p[3] + T * p[4]))) * kArcsecond;
+    const double* p = kPrecessionLongitude.data();
+    const double precession = Polynomial(kPrecessionLongitude, T) * kArcsecond;
     // Light time: the place is that of the moment the light left the Moon. Moving with the
     // Earth, the Moon shows no annual aberration beyond this (the two cancel to first order).
     const double* w = series.W1.data();
