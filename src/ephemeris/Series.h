@@ -38,7 +38,7 @@ inline constexpr int FirstStar = 12;
 
 // The Earth (VSOP87 version D, heliocentric, ecliptic and equinox of date).
 class EarthSeries {
-public:
+  public:
     static EarthSeries& Instance();
 
     // The Sun's geocentric rectangular coordinates, equatorial of J2000.0, AU, at `tau`.
@@ -52,7 +52,7 @@ public:
     // Out: lon, lat in radians, dist in AU.
     void SunPlace(double& lon, double& lat, double& dist) const;
 
-private:
+  private:
     EarthSeries();
     // L, B, R of the Earth at `tau` by accuracy: 0 full, 1 reduced, 2 the five-term head.
     void Earth_LBR(SeriesAccuracy accuracy, double tau, double& L, double& B, double& R) const;
@@ -62,7 +62,7 @@ private:
 
 // The Moon (ELP/MPP02, fitted to DE405).
 class MoonSeries {
-public:
+  public:
     static MoonSeries& Instance();
 
     // The Moon's geocentric ecliptic place of date, apparent but for nutation (light time
@@ -70,7 +70,7 @@ public:
     // Out: lon, lat in radians, dist in kilometres.
     void MoonPlace(double& lon, double& lat, double& dist) const;
 
-private:
+  private:
     MoonSeries();
     ElpMoon full_;
     ElpMoon reduced_;
@@ -80,14 +80,14 @@ private:
 // One planet (bodies 4 .. 10), VSOP87 version D: heliocentric L, B (radians, ecliptic and
 // equinox of date) and R (AU) at `tau`.
 class PlanetSeries {
-public:
+  public:
     // The object of body 4 .. 10; any other number gives Mercury's.
     static PlanetSeries& For(int body);
 
     void PlaceReduced(double tau, double& L, double& B, double& R) const;  // accuracy 1
     void PlaceFull(double tau, double& L, double& B, double& R) const;     // accuracy 0
 
-private:
+  private:
     explicit PlanetSeries(int body);
     int body_;
     VsopBody full_;
@@ -97,12 +97,12 @@ private:
 // Pluto: heliocentric L, B (radians, ecliptic and equinox of J2000.0) and R (AU) at `tau`,
 // for every date of years -9999 .. 9999; never fails.
 class PlutoSeries {
-public:
+  public:
     static PlutoSeries& Instance();
 
     void Place(double tau, double& L, double& B, double& R) const;
 
-private:
+  private:
     PlutoSeries();
     ChebyshevTable table_;
 };

@@ -98,7 +98,8 @@ VsopBody VsopBody::Load(std::string_view blobName) {
     uint32_t counts[18];
     for (uint32_t& c : counts) c = in.U32();
     VsopBody body;
-    for (int k = 0; k < 3; ++k) Read_Runs(in, counts + 6 * k, 3, body.lbr[k].terms, body.lbr[k].start);
+    for (int k = 0; k < 3; ++k)
+        Read_Runs(in, counts + 6 * k, 3, body.lbr[k].terms, body.lbr[k].start);
     return body;
 }
 
@@ -127,7 +128,8 @@ double ElpCoordinate::Evaluate(double T) const {
         const double* term = terms.data() + 6 * static_cast<std::size_t>(start[p]);
         const double* end = terms.data() + 6 * static_cast<std::size_t>(start[p + 1]);
         for (; term != end; term += 6) {
-            const double phase = term[1] + T * (term[2] + T * (term[3] + T * (term[4] + T * term[5])));
+            const double phase =
+                term[1] + T * (term[2] + T * (term[3] + T * (term[4] + T * term[5])));
             sum += term[0] * std::sin(phase);
         }
         result = result * T + sum;
@@ -141,7 +143,8 @@ ElpMoon ElpMoon::Load() {
     for (double& w : moon.W1) w = in.F64();
     uint32_t counts[12];
     for (uint32_t& c : counts) c = in.U32();
-    for (int k = 0; k < 3; ++k) Read_Runs(in, counts + 4 * k, 6, moon.vur[k].terms, moon.vur[k].start);
+    for (int k = 0; k < 3; ++k)
+        Read_Runs(in, counts + 4 * k, 6, moon.vur[k].terms, moon.vur[k].start);
     return moon;
 }
 

@@ -15,14 +15,14 @@ namespace kelmoran {
 // Reads little-endian numbers from a built-in table. Reading past the end gives zeros and
 // marks the reader as failed; it never raises.
 class TableReader {
-public:
+  public:
     explicit TableReader(std::span<const unsigned char> bytes) : bytes_(bytes) {}
     uint32_t U32();
     double F64();
     bool Failed() const { return failed_; }
     std::size_t Remaining() const { return bytes_.size() - at_; }
 
-private:
+  private:
     std::span<const unsigned char> bytes_;
     std::size_t at_ = 0;
     bool failed_ = false;
@@ -31,8 +31,8 @@ private:
 // One coordinate of a VSOP87 body (L, B or R): series of tau^0 .. tau^5, each a run of
 // terms (A, B, C) meaning A cos(B + C tau), stored as contiguous triples.
 struct VsopCoordinate {
-    std::vector<double> terms;           // A, B, C, A, B, C, ...
-    std::array<uint32_t, 7> start{};     // series p is terms [3 start[p], 3 start[p + 1])
+    std::vector<double> terms;        // A, B, C, A, B, C, ...
+    std::array<uint32_t, 7> start{};  // series p is terms [3 start[p], 3 start[p + 1])
 
     // Sum of tau^p times series p, tau in Julian millennia of TT from J2000.0.
     double Evaluate(double tau) const;

@@ -17,7 +17,7 @@ constexpr double kRadToArcsec = 206264.806247096;
 constexpr double kDegToRad = kPi / 180.0;
 
 class SeriesTest : public ::testing::Test {
-protected:
+  protected:
     // Places of date are compared in the frame of the series: the mean equinox of date by
     // the IAU 1976 precession (the reference's default, the 2011 long-term precession, runs
     // 0.3" a century apart). Places of J2000.0 do not depend on this choice.
@@ -28,7 +28,9 @@ protected:
     static void TearDownTestSuite() { swe_close(); }
 };
 
-double Tau_Of_Year(double year) { return (year - 2000.0) / 1000.0; }
+double Tau_Of_Year(double year) {
+    return (year - 2000.0) / 1000.0;
+}
 
 // Calls `visit` with tau at `count` dates spread over years first .. last; the step is not
 // a round number of days, so the dates fall at all times of day and phases of the Moon.
@@ -39,11 +41,11 @@ void For_Dates(double first, double last, int count, const std::function<void(do
 
 // Angle between two directions given as longitude and latitude (radians), in arcseconds.
 double Separation(double lon1, double lat1, double lon2, double lat2) {
-    const double c = std::sin(lat1) * std::sin(lat2) +
-                     std::cos(lat1) * std::cos(lat2) * std::cos(lon1 - lon2);
-    const double s = std::hypot(std::cos(lat2) * std::sin(lon1 - lon2),
-                                std::cos(lat1) * std::sin(lat2) -
-                                    std::sin(lat1) * std::cos(lat2) * std::cos(lon1 - lon2));
+    const double c =
+        std::sin(lat1) * std::sin(lat2) + std::cos(lat1) * std::cos(lat2) * std::cos(lon1 - lon2);
+    const double s = std::hypot(
+        std::cos(lat2) * std::sin(lon1 - lon2),
+        std::cos(lat1) * std::sin(lat2) - std::sin(lat1) * std::cos(lat2) * std::cos(lon1 - lon2));
     return std::atan2(s, c) * kRadToArcsec;
 }
 
@@ -51,7 +53,8 @@ double Separation(double lon1, double lat1, double lon2, double lat2) {
 double Separation(const double* a, const double* b) {
     const double cx = a[1] * b[2] - a[2] * b[1], cy = a[2] * b[0] - a[0] * b[2],
                  cz = a[0] * b[1] - a[1] * b[0];
-    return std::atan2(std::sqrt(cx * cx + cy * cy + cz * cz), a[0] * b[0] + a[1] * b[1] + a[2] * b[2]) *
+    return std::atan2(std::sqrt(cx * cx + cy * cy + cz * cz),
+                      a[0] * b[0] + a[1] * b[1] + a[2] * b[2]) *
            kRadToArcsec;
 }
 
@@ -73,9 +76,9 @@ void Swe(double tau, int planet, int32 flags, double out[3]) {
 constexpr int32 kHelioOfDate =
     SEFLG_HELCTR | SEFLG_NONUT | SEFLG_TRUEPOS | SEFLG_NOABERR | SEFLG_NOGDEFL;
 
-constexpr int kPlanets[7] = {body::Mercury, body::Venus, body::Mars,  body::Jupiter,
+constexpr int kPlanets[7] = {body::Mercury, body::Venus,   body::Mars,  body::Jupiter,
                              body::Saturn,  body::Neptune, body::Uranus};
-constexpr int kSwePlanet[7] = {SE_MERCURY, SE_VENUS, SE_MARS, SE_JUPITER,
+constexpr int kSwePlanet[7] = {SE_MERCURY, SE_VENUS,   SE_MARS,  SE_JUPITER,
                                SE_SATURN,  SE_NEPTUNE, SE_URANUS};
 
 struct Worst {
@@ -180,9 +183,9 @@ TEST_F(SeriesTest, SunJ2000MatchesSwissEphemeris) {
                 SEFLG_J2000 | SEFLG_EQUATORIAL | SEFLG_XYZ | SEFLG_NONUT | SEFLG_TRUEPOS |
                     SEFLG_NOABERR | SEFLG_NOGDEFL,
                 ref);
-            worst.Add(Separation(v, ref), std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]) -
-                                              std::sqrt(ref[0] * ref[0] + ref[1] * ref[1] +
-                                                        ref[2] * ref[2]));
+            worst.Add(Separation(v, ref),
+                      std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]) -
+                          std::sqrt(ref[0] * ref[0] + ref[1] * ref[1] + ref[2] * ref[2]));
         });
         return worst;
     };
