@@ -12,25 +12,23 @@
 
 namespace kelmoran {
 
-uint32_t TableReader::U32() {
-    if (failed_ || Remaining() < 4) {
+uint64_t TableReader::Bytes(std::size_t n) {
+    if (failed_ || Remaining() < n) {
         failed_ = true;
         return 0;
     }
-    uint32_t v = 0;
-    for (int i = 3; i >= 0; --i) v = (v << 8) | bytes_[at_ + i];
-    at_ += 4;
+    uint64_t v = 0;
+    for (std::size_t i = n; i-- > 0;) v = (v << 8) | bytes_[at_ + i];
+    at_ += n;
     return v;
 }
 
+uint32_t TableReader::U32() {
+    return static_cast<uint32_t>(Bytes(4));
+}
+
 double TableReader::F64() {
-    if (failed_ || Remaining() < 8) {
-        failed_ = true;
-        return 0.0;
-    }
-    uint64_t v = 0;
-    for (int i = 7; i >= 0; --i) v = (v << 8) | bytes_[at_ + i];
-    at_ += 8;
+    const uint64_t v = Bytes(8);
     double d;
     std::memcpy(&d, &v, sizeof d);
     return d;

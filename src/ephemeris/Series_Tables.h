@@ -23,6 +23,7 @@ class TableReader {
     std::size_t Remaining() const { return bytes_.size() - at_; }
 
   private:
+    uint64_t Bytes(std::size_t n);  // n little-endian bytes
     std::span<const unsigned char> bytes_;
     std::size_t at_ = 0;
     bool failed_ = false;
