@@ -11,6 +11,10 @@
 #include <QPainter>
 #include <QUrl>
 
+#include "settings/File_IO.h"
+#include "settings/SettingsRecord.h"
+#include "settings/System_TimeZone.h"
+#include "settings/User_Folders.h"
 #include "shell/SplashScreen.h"
 
 namespace kelmoran {
@@ -72,6 +76,9 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent) {
 
     Reset_Shell(this);
     Build_Menus();
+    Find_User_Folder();
+    Load_User_Dat();
+    if (Settings.AutoTimeZone) Read_System_TimeZone();
     Shell.CurrentJD = Calc_JD(Now_UTC(), false);
     Create_Main_Screen();
     if (UiScreen* screen = Current_Ui_Screen()) screen->Resize(client_->size());
@@ -188,7 +195,7 @@ void fMain::Repaint() { client_->update(); }
 
 void fMain::Unload_Main() { close(); }
 
-void fMain::Save_Settings() {}
+void fMain::Save_Settings() { Save_User_Dat(); }
 
 bool fMain::Open_Help_File() {
     const QString path =
