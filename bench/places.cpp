@@ -15,13 +15,13 @@ using namespace kelmoran;
 // Moments a little apart, so that nothing is cached between calls (the first call of a
 // long series, which builds the object, happens outside the timing).
 class Moments {
-public:
+  public:
     Moments() {
         for (int i = 0; i < kCount; ++i) frames_[i] = Calc_EarthFrame(9000.123 + 0.731 * i);
     }
     const EarthFrame& Next() { return frames_[next_++ % kCount]; }
 
-private:
+  private:
     static constexpr int kCount = 64;
     EarthFrame frames_[kCount];
     unsigned next_ = 0;

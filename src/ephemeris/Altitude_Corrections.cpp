@@ -23,6 +23,7 @@ struct RefractionRow {
     double start, value;
 };
 
+// clang-format off
 constexpr std::array<RefractionRow, 161> kRefractionTable{{
     {0, 33.8},    {3, 33.2},    {6, 32.6},    {9, 32},      {12, 31.5},   {15, 30.9},
     {18, 30.4},   {21, 29.8},   {24, 29.3},   {27, 28.8},   {30, 28.3},   {33, 27.9},
@@ -52,6 +53,7 @@ constexpr std::array<RefractionRow, 161> kRefractionTable{{
     {2406, 1.15}, {2562, 1.05}, {2734, 0.95}, {2934, 0.85}, {3136, 0.75}, {3369, 0.65},
     {3626, 0.55}, {3906, 0.45}, {4209, 0.35}, {4532, 0.25}, {4872, 0.15},
 }};
+// clang-format on
 
 // The last row serves up to here; above it the formula takes over.
 constexpr double kTableTop = 5047.5;
@@ -92,17 +94,26 @@ float Refraction_True(double h) {
     if (H >= 9.2) {
         const double t = std::tan(h);
         R = (58.276 / t - 0.0824 / (t * t * t)) / 60.0;
-        if (m > 1218.0) c = 0.0;
-        else if (m > 752.0) c = -0.005;
-        else if (m > 711.0) c = -0.002;
-        else if (m > 670.0) c = 0.0;
-        else if (m > 651.0) c = 0.002;
-        else c = 0.022 - 0.0002 * (m - 552.0);
+        if (m > 1218.0)
+            c = 0.0;
+        else if (m > 752.0)
+            c = -0.005;
+        else if (m > 711.0)
+            c = -0.002;
+        else if (m > 670.0)
+            c = 0.0;
+        else if (m > 651.0)
+            c = 0.002;
+        else
+            c = 0.022 - 0.0002 * (m - 552.0);
     } else {
         R = 1.02 / std::tan((H + 10.3 / (H + 5.11)) / kDegreesPerRadian);
-        if (m > 112.0) c = 0.026 - 0.00038 * (m - 130.0);
-        else if (m > -38.0) c = 0.0049 * (m - 35.0) - 0.22;
-        else c = 0.1 - 0.02 * (m + 71.0);
+        if (m > 112.0)
+            c = 0.026 - 0.00038 * (m - 130.0);
+        else if (m > -38.0)
+            c = 0.0049 * (m - 35.0) - 0.22;
+        else
+            c = 0.1 - 0.02 * (m + 71.0);
     }
     R = RefractionFactor * (R + c) / kArcminPerRadian;
     if (m > 555.0) return static_cast<float>(R);

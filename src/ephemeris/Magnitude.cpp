@@ -37,8 +37,8 @@ double Saturn_Magnitude(double S, double t, double tau) {
     const double sinIr = std::sin(ir);
     const double cosIr = std::cos(ir);
     // Saturnicentric latitude of the Earth, as its absolute sine.
-    const double sinBe = std::fabs(std::sin(Arc_Sin(
-        sinIr * std::cos(beta) * std::sin(lambda - node) - cosIr * std::sin(beta))));
+    const double sinBe = std::fabs(std::sin(
+        Arc_Sin(sinIr * std::cos(beta) * std::sin(lambda - node) - cosIr * std::sin(beta))));
 
     // The heliocentric place corrected for the Sun's light time and aberration, for the
     // Saturnicentric longitude of the Sun.
@@ -87,20 +87,40 @@ float Calc_Magnitude(double t, int body, float earthSunDistance, double& geocent
     double m = 0.0;
     switch (body) {
         case body::SunUpperLimb:
-        case body::SunLowerLimb: m = -26.74; break;
+        case body::SunLowerLimb:
+            m = -26.74;
+            break;
         case body::MoonUpperLimb:
-        case body::MoonLowerLimb: m = S + 0.23 + 0.026 * i + 4e-09 * i * i * i * i; break;
+        case body::MoonLowerLimb:
+            m = S + 0.23 + 0.026 * i + 4e-09 * i * i * i * i;
+            break;
         case body::Mercury:
             m = S - 0.42 + 0.038 * i + 0.000273 * i * i - 2e-06 * i * i * i;
             break;
-        case body::Venus: m = S - 4.4 + 0.0009 * i + 0.000239 * i * i - 6.5e-07 * i * i * i; break;
-        case body::Mars: m = S - 1.52 + 0.016 * i; break;
-        case body::Jupiter: m = S - 9.4 + 0.005 * i; break;
-        case body::Saturn: m = Saturn_Magnitude(S, t, tau); break;
-        case body::Neptune: m = S - 7.19; break;
-        case body::Uranus: m = S - 6.87; break;
-        case body::Pluto: m = S - 1.0; break;
-        default: m = S; break;
+        case body::Venus:
+            m = S - 4.4 + 0.0009 * i + 0.000239 * i * i - 6.5e-07 * i * i * i;
+            break;
+        case body::Mars:
+            m = S - 1.52 + 0.016 * i;
+            break;
+        case body::Jupiter:
+            m = S - 9.4 + 0.005 * i;
+            break;
+        case body::Saturn:
+            m = Saturn_Magnitude(S, t, tau);
+            break;
+        case body::Neptune:
+            m = S - 7.19;
+            break;
+        case body::Uranus:
+            m = S - 6.87;
+            break;
+        case body::Pluto:
+            m = S - 1.0;
+            break;
+        default:
+            m = S;
+            break;
     }
     return static_cast<float>(m);
 }

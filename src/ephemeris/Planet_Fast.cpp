@@ -262,13 +262,12 @@ constexpr FastSeries kMercury{kMercuryL0, kMercuryL1, kMercuryL2, kMercuryB0,
                               kMercuryB1, kMercuryR0, kMercuryR1};
 constexpr FastSeries kVenus{kVenusL0, kVenusL1, {}, kVenusB0, kVenusB1, kVenusR0, {}};
 constexpr FastSeries kMars{kMarsL0, kMarsL1, {}, kMarsB0, kMarsB1, kMarsR0, kMarsR1};
-constexpr FastSeries kJupiter{kJupiterL0, kJupiterL1, {}, kJupiterB0,
+constexpr FastSeries kJupiter{kJupiterL0, kJupiterL1, {},        kJupiterB0,
                               kJupiterB1, kJupiterR0, kJupiterR1};
 constexpr FastSeries kSaturn{kSaturnL0, kSaturnL1, {}, kSaturnB0, {}, kSaturnR0, kSaturnR1};
-constexpr FastSeries kNeptune{kNeptuneL0, kNeptuneL1, {}, kNeptuneB0,
+constexpr FastSeries kNeptune{kNeptuneL0, kNeptuneL1, {},        kNeptuneB0,
                               kNeptuneB1, kNeptuneR0, kNeptuneR1};
-constexpr FastSeries kUranus{kUranusL0, kUranusL1, {}, kUranusB0,
-                             kUranusB1, kUranusR0, kUranusR1};
+constexpr FastSeries kUranus{kUranusL0, kUranusL1, {}, kUranusB0, kUranusB1, kUranusR0, kUranusR1};
 
 double Sum(std::span<const VsopTerm> series, double tau) {
     double s = 0.0;
@@ -288,38 +287,75 @@ void Series_LBR(const FastSeries& p, double tau, double& L, double& B, double& R
 
 const FastSeries& Series_Of(int body) {
     switch (body) {
-        case body::Venus: return kVenus;
-        case body::Mars: return kMars;
-        case body::Jupiter: return kJupiter;
-        case body::Saturn: return kSaturn;
-        case body::Neptune: return kNeptune;
-        case body::Uranus: return kUranus;
-        default: return kMercury;
+        case body::Venus:
+            return kVenus;
+        case body::Mars:
+            return kMars;
+        case body::Jupiter:
+            return kJupiter;
+        case body::Saturn:
+            return kSaturn;
+        case body::Neptune:
+            return kNeptune;
+        case body::Uranus:
+            return kUranus;
+        default:
+            return kMercury;
     }
 }
 
 }  // namespace
 
-void Mercury_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kMercury, tau, L, B, R); }
-void Venus_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kVenus, tau, L, B, R); }
-void Mars_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kMars, tau, L, B, R); }
-void Jupiter_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kJupiter, tau, L, B, R); }
-void Saturn_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kSaturn, tau, L, B, R); }
-void Neptune_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kNeptune, tau, L, B, R); }
-void Uranus_Fast(double tau, double& L, double& B, double& R) { Series_LBR(kUranus, tau, L, B, R); }
+void Mercury_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kMercury, tau, L, B, R);
+}
+void Venus_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kVenus, tau, L, B, R);
+}
+void Mars_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kMars, tau, L, B, R);
+}
+void Jupiter_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kJupiter, tau, L, B, R);
+}
+void Saturn_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kSaturn, tau, L, B, R);
+}
+void Neptune_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kNeptune, tau, L, B, R);
+}
+void Uranus_Fast(double tau, double& L, double& B, double& R) {
+    Series_LBR(kUranus, tau, L, B, R);
+}
 
-double Mercury_R_Fast(double tau) { return Series_R(kMercury, tau); }
-double Venus_R_Fast(double tau) { return Series_R(kVenus, tau); }
-double Mars_R_Fast(double tau) { return Series_R(kMars, tau); }
-double Jupiter_R_Fast(double tau) { return Series_R(kJupiter, tau); }
-double Saturn_R_Fast(double tau) { return Series_R(kSaturn, tau); }
-double Neptune_R_Fast(double tau) { return Series_R(kNeptune, tau); }
-double Uranus_R_Fast(double tau) { return Series_R(kUranus, tau); }
+double Mercury_R_Fast(double tau) {
+    return Series_R(kMercury, tau);
+}
+double Venus_R_Fast(double tau) {
+    return Series_R(kVenus, tau);
+}
+double Mars_R_Fast(double tau) {
+    return Series_R(kMars, tau);
+}
+double Jupiter_R_Fast(double tau) {
+    return Series_R(kJupiter, tau);
+}
+double Saturn_R_Fast(double tau) {
+    return Series_R(kSaturn, tau);
+}
+double Neptune_R_Fast(double tau) {
+    return Series_R(kNeptune, tau);
+}
+double Uranus_R_Fast(double tau) {
+    return Series_R(kUranus, tau);
+}
 
 void Planet_Fast(int body, double tau, double& L, double& B, double& R) {
     Series_LBR(Series_Of(body), tau, L, B, R);
 }
 
-double Planet_R_Fast(int body, double tau) { return Series_R(Series_Of(body), tau); }
+double Planet_R_Fast(int body, double tau) {
+    return Series_R(Series_Of(body), tau);
+}
 
 }  // namespace kelmoran

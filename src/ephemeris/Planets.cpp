@@ -1,10 +1,11 @@
 // Apparent places of the planets and Pluto. Sources: light time, aberration and the
 // conversion to FK5 after J. Meeus, Astronomical Algorithms, 2nd ed., ch. 23, 32 and 33;
 // heliocentric places by VSOP87 version D (Planet_Fast, PlanetSeries, EarthSeries).
+#include "ephemeris/Planets.h"
+
 #include <cmath>
 
 #include "ephemeris/Angles.h"
-#include "ephemeris/Planets.h"
 #include "ephemeris/Star_Place.h"
 
 namespace kelmoran {
@@ -21,18 +22,24 @@ constexpr double kLightTimePerAU = 1.58125073237509e-08;
 // light time times a typical distance (1, 1, 1.7, 5.3, 9.3, 30.1 and 20 AU).
 double First_Light_Time(int body) {
     switch (body) {
-        case body::Mars: return 2.688126245037653e-08;
-        case body::Jupiter: return 8.380628881587977e-08;
-        case body::Saturn: return 1.470563181108834e-07;
-        case body::Neptune: return 4.7595647044490214e-07;
-        case body::Uranus: return 3.16250146475018e-07;
-        default: return kLightTimePerAU;
+        case body::Mars:
+            return 2.688126245037653e-08;
+        case body::Jupiter:
+            return 8.380628881587977e-08;
+        case body::Saturn:
+            return 1.470563181108834e-07;
+        case body::Neptune:
+            return 4.7595647044490214e-07;
+        case body::Uranus:
+            return 3.16250146475018e-07;
+        default:
+            return kLightTimePerAU;
     }
 }
 
 // Geocentric rectangular place of a heliocentric L, B, R seen from the Earth at X, Y, Z.
-void Geocentric(double L, double B, double R, double X, double Y, double Z, double& x,
-                double& y, double& z) {
+void Geocentric(double L, double B, double R, double X, double Y, double Z, double& x, double& y,
+                double& z) {
     const double cosB = std::cos(B);
     x = R * cosB * std::cos(L) - X;
     y = R * cosB * std::sin(L) - Y;
@@ -79,17 +86,16 @@ void Calc_Planet(BodyPlace& place, int body, SeriesAccuracy accuracy, const Eart
     const double e = 0.016708634 - 4.2037e-05 * t - 1.267e-07 * t * t;
     const double perihelion = (102.93735 + 1.71946 * t + 0.00046 * t * t) / kDegreesPerRadian;
     constexpr double kappa = 9.93650849745413e-05;  // 20.49552"
-    lambda += kappa * (e * std::cos(perihelion - lambda) - std::cos(theta - lambda)) /
-              std::cos(beta);
-    beta -= kappa * std::sin(beta) *
-            (std::sin(theta - lambda) - e * std::sin(perihelion - lambda));
+    lambda +=
+        kappa * (e * std::cos(perihelion - lambda) - std::cos(theta - lambda)) / std::cos(beta);
+    beta -= kappa * std::sin(beta) * (std::sin(theta - lambda) - e * std::sin(perihelion - lambda));
 
     // From the dynamical frame of VSOP87 to FK5.
     const double lp = lambda - (1.397 * t + 0.00031 * t * t) / kDegreesPerRadian;
     const double cosLp = std::cos(lp);
     const double sinLp = std::sin(lp);
-    const double dLambda = (-0.09033 + 0.03916 * (cosLp + sinLp) * std::tan(beta)) /
-                           kArcsecPerRadian;
+    const double dLambda =
+        (-0.09033 + 0.03916 * (cosLp + sinLp) * std::tan(beta)) / kArcsecPerRadian;
     const double dBeta = 0.03916 * (cosLp - sinLp) / kArcsecPerRadian;
     lambda += frame.NutLong + dLambda;
     beta += dBeta;
@@ -100,8 +106,8 @@ void Calc_Planet(BodyPlace& place, int body, SeriesAccuracy accuracy, const Eart
         static_cast<float>(sinL * frame.CosObliquity - std::tan(beta) * frame.SinObliquity),
         static_cast<float>(std::cos(lambda)));
     place.GHA = Hour_Angle_Of(frame.GAST, place.RA);
-    place.Dec = Arc_Sin(std::sin(beta) * frame.CosObliquity +
-                        std::cos(beta) * frame.SinObliquity * sinL);
+    place.Dec =
+        Arc_Sin(std::sin(beta) * frame.CosObliquity + std::cos(beta) * frame.SinObliquity * sinL);
     place.Distance = std::sqrt(x * x + y * y + z * z);
 }
 

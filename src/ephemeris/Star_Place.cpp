@@ -52,9 +52,13 @@ void Refresh(StarFrame& f, double jd) {
 
 }  // namespace
 
-StarFrame& Shared_Star_Frame() { return shared_frame; }
+StarFrame& Shared_Star_Frame() {
+    return shared_frame;
+}
 
-void Set_Star_Lookup(StarLookup lookup) { star_lookup = lookup; }
+void Set_Star_Lookup(StarLookup lookup) {
+    star_lookup = lookup;
+}
 
 void Calc_Star_Place(int32_t index, double& ra, double& dec, double jd) {
     StarFrame& f = shared_frame;
@@ -81,8 +85,7 @@ void Calc_Star_Place(int32_t index, double& ra, double& dec, double jd) {
     const double a = cosB * f.CosEta * sinD - sinB * f.SinEta;
     const double b = cosB * std::cos(d);
     const double c = sinB * f.CosEta + cosB * f.SinEta * sinD;
-    lambda = f.GenPrec + f.PiNode -
-             Atan2_R4(static_cast<float>(a), static_cast<float>(b));
+    lambda = f.GenPrec + f.PiNode - Atan2_R4(static_cast<float>(a), static_cast<float>(b));
     beta = Arc_Sin(c);
 
     // Nutation, then annual aberration (with the e-terms of the Earth's elliptic orbit).

@@ -19,7 +19,7 @@ struct StarFrame {
     double GenPrec;     // accumulated general precession in longitude
     double CosEta;      // cos and sin of the inclination between those two ecliptics
     double SinEta;
-    double CosObl;      // cos and sin of the true obliquity
+    double CosObl;  // cos and sin of the true obliquity
     double SinObl;
 };
 

@@ -74,7 +74,7 @@ void Set_Altitude_Corrections(float pressure, float temperature, float indexErro
 
 // Standard air (1010 mb, 10 °C) for each test; the settings are restored after.
 class Corrections : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         saved_ = Settings;
         Set_Altitude_Corrections(1010.0f, 10.0f, 0.0f, 0.0f);
@@ -84,7 +84,7 @@ protected:
         Compute_Derived_Settings();
     }
 
-private:
+  private:
     SettingsRecord saved_;
 };
 
@@ -123,8 +123,7 @@ TEST_F(Corrections, ApparentRefractionIsSmoothAcrossItsBranches) {
     // At 2.5° the adjustment has died away; at 5° the two formulas meet.
     const float at25 = static_cast<float>(2.5 / 57.2957795130823);
     const float below25 = std::nextafter(at25, 0.0f);
-    EXPECT_NEAR(Refraction_Apparent(below25) / kArcmin, Refraction_Apparent(at25) / kArcmin,
-                0.005);
+    EXPECT_NEAR(Refraction_Apparent(below25) / kArcmin, Refraction_Apparent(at25) / kArcmin, 0.005);
     const float at5 = static_cast<float>(5.0 * kDeg);
     EXPECT_NEAR(Refraction_Apparent(std::nextafter(at5, 0.0f)) / kArcmin,
                 Refraction_Apparent(at5) / kArcmin, 0.05);

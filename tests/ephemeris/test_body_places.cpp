@@ -62,7 +62,8 @@ Worst2 Compare(const PlaceRoutine& place, int swe, int sweFlags, double from, do
         const EarthFrame frame = Calc_EarthFrame(jd);
         const BodyPlace p = place(frame);
         double ref[3];
-        EXPECT_TRUE(Swe_Place(frame.TT * 36525.0 + kJ2000JD, swe, SEFLG_EQUATORIAL | sweFlags, ref));
+        EXPECT_TRUE(
+            Swe_Place(frame.TT * 36525.0 + kJ2000JD, swe, SEFLG_EQUATORIAL | sweFlags, ref));
         EXPECT_GE(p.RA, 0.0);
         EXPECT_LE(p.RA, kTwoPi);
         EXPECT_GE(p.GHA, 0.0);
@@ -71,8 +72,8 @@ Worst2 Compare(const PlaceRoutine& place, int swe, int sweFlags, double from, do
         d.ra = std::max(d.ra, std::fabs(Arcsec_Diff(p.RA, ref[0]) * std::cos(ref[1])));
         d.dec = std::max(d.dec, std::fabs(Arcsec_Diff(p.Dec, ref[1])));
         double like[2];
-        EXPECT_TRUE(testing_support::Swe_Place_In_Program_Frame(frame.TT * 36525.0 + kJ2000JD,
-                                                                swe, like));
+        EXPECT_TRUE(
+            testing_support::Swe_Place_In_Program_Frame(frame.TT * 36525.0 + kJ2000JD, swe, like));
         w.ra = std::max(w.ra, std::fabs(Arcsec_Diff(p.RA, like[0]) * std::cos(like[1])));
         w.dec = std::max(w.dec, std::fabs(Arcsec_Diff(p.Dec, like[1])));
     }
@@ -97,11 +98,12 @@ void Check_Body(const char* name, const PlaceRoutine& level0, const PlaceRoutine
     const Worst2 f0 = Compare(level0, swe, flags, kFarFrom, kFarTo, kFarStep);
     const Worst2 n1 = Compare(level1, swe, flags, kNearFrom, kNearTo, kNearStep);
     const Worst2 n2 = Compare(level2, swe, flags, kNearFrom, kNearTo, kNearStep);
-    std::printf("%-8s level 0, 1800-2200: RA %.2f\" Dec %.2f\" (direct RA %.2f\" Dec %.2f\"); "
-                "-2000..3000: RA %.1f\" Dec %.1f\" (direct %.1f\" %.1f\"); "
-                "level 1: %.2f\"; level 2: %.1f\"\n",
-                name, n0.like.ra, n0.like.dec, n0.direct.ra, n0.direct.dec, f0.like.ra,
-                f0.like.dec, f0.direct.ra, f0.direct.dec, n1.like.Max(), n2.like.Max());
+    std::printf(
+        "%-8s level 0, 1800-2200: RA %.2f\" Dec %.2f\" (direct RA %.2f\" Dec %.2f\"); "
+        "-2000..3000: RA %.1f\" Dec %.1f\" (direct %.1f\" %.1f\"); "
+        "level 1: %.2f\"; level 2: %.1f\"\n",
+        name, n0.like.ra, n0.like.dec, n0.direct.ra, n0.direct.dec, f0.like.ra, f0.like.dec,
+        f0.direct.ra, f0.direct.dec, n1.like.Max(), n2.like.Max());
     EXPECT_LT(n0.like.Max(), limits.near0) << name;
     EXPECT_LT((kFarDirect ? f0.direct : f0.like).Max(), limits.far0) << name;
     EXPECT_LT(n1.like.Max(), limits.near1) << name;
@@ -151,8 +153,8 @@ TEST(BodyPlaces, Planets) {
         {body::Uranus, SE_URANUS, "Uranus", {3, 65, 3, 580}},
     };
     for (const Case& c : cases) {
-        Check_Body(c.name, Planet_At(c.body, 0), Planet_At(c.body, 1), Planet_At(c.body, 2),
-                   c.swe, SEFLG_NOGDEFL, c.limits);
+        Check_Body(c.name, Planet_At(c.body, 0), Planet_At(c.body, 1), Planet_At(c.body, 2), c.swe,
+                   SEFLG_NOGDEFL, c.limits);
     }
 }
 
@@ -165,10 +167,11 @@ TEST(BodyPlaces, Pluto) {
     };
     const Worst2 near = Compare(pluto, SE_PLUTO, SEFLG_NOGDEFL, kNearFrom, kNearTo, kNearStep);
     const Worst2 far = Compare(pluto, SE_PLUTO, SEFLG_NOGDEFL, kFarFrom, kFarTo, kFarStep);
-    std::printf("Pluto    1800-2200: RA %.2f\" Dec %.2f\" (direct %.2f\" %.2f\"); "
-                "-2000..3000: RA %.1f\" Dec %.1f\" (direct %.1f\" %.1f\")\n",
-                near.like.ra, near.like.dec, near.direct.ra, near.direct.dec, far.like.ra,
-                far.like.dec, far.direct.ra, far.direct.dec);
+    std::printf(
+        "Pluto    1800-2200: RA %.2f\" Dec %.2f\" (direct %.2f\" %.2f\"); "
+        "-2000..3000: RA %.1f\" Dec %.1f\" (direct %.1f\" %.1f\")\n",
+        near.like.ra, near.like.dec, near.direct.ra, near.direct.dec, far.like.ra, far.like.dec,
+        far.direct.ra, far.direct.dec);
     EXPECT_LT(near.like.Max(), 2.0);
     EXPECT_LT(far.like.Max(), 60.0);
 }
@@ -248,8 +251,8 @@ TEST(Magnitudes, AgainstTheSwissEphemeris) {
             }
             worstPhase = std::max(worstPhase, std::fabs(phase - attr[0]));
         }
-        std::printf("magnitude body %d: max difference %.2f, phase angle %.3f deg\n", c.body,
-                    worst, worstPhase);
+        std::printf("magnitude body %d: max difference %.2f, phase angle %.3f deg\n", c.body, worst,
+                    worstPhase);
         EXPECT_LT(worst, c.tolerance) << c.body;
         EXPECT_LT(worstPhase, 0.5) << c.body;
     }

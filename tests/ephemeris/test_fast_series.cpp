@@ -111,9 +111,10 @@ TEST(PlanetFast, HeliocentricPlacesAgainstTheSwissEphemeris) {
     for (const Case& c : cases) {
         const Worst near = Worst_Planet_Fast(c.body, c.swe, kFrom1800, kTo2200, 211.3);
         const Worst far = Worst_Planet_Fast(c.body, c.swe, kFromM2000, kTo3000, 4391.3);
-        std::printf("%-8s fast series 1800-2200: L %5.0f\"  B %4.0f\"  R %.5f AU;"
-                    "  -2000..3000: L %5.0f\"  B %4.0f\"  R %.5f AU\n",
-                    c.name, near.L, near.B, near.R, far.L, far.B, far.R);
+        std::printf(
+            "%-8s fast series 1800-2200: L %5.0f\"  B %4.0f\"  R %.5f AU;"
+            "  -2000..3000: L %5.0f\"  B %4.0f\"  R %.5f AU\n",
+            c.name, near.L, near.B, near.R, far.L, far.B, far.R);
         EXPECT_LT(near.L, c.near.L) << c.name;
         EXPECT_LT(near.B, c.near.B) << c.name;
         EXPECT_LT(near.R, c.near.R) << c.name;
@@ -124,10 +125,10 @@ TEST(PlanetFast, HeliocentricPlacesAgainstTheSwissEphemeris) {
 TEST(PlanetFast, NamedRoutinesAndPublishedLeadingTerms) {
     using Fast = void (*)(double, double&, double&, double&);
     using RFast = double (*)(double);
-    const Fast fast[] = {Mercury_Fast, Venus_Fast, Mars_Fast, Jupiter_Fast,
-                         Saturn_Fast, Neptune_Fast, Uranus_Fast};
-    const RFast rFast[] = {Mercury_R_Fast, Venus_R_Fast, Mars_R_Fast, Jupiter_R_Fast,
-                           Saturn_R_Fast, Neptune_R_Fast, Uranus_R_Fast};
+    const Fast fast[] = {Mercury_Fast, Venus_Fast,   Mars_Fast,  Jupiter_Fast,
+                         Saturn_Fast,  Neptune_Fast, Uranus_Fast};
+    const RFast rFast[] = {Mercury_R_Fast, Venus_R_Fast,   Mars_R_Fast,  Jupiter_R_Fast,
+                           Saturn_R_Fast,  Neptune_R_Fast, Uranus_R_Fast};
     for (int i = 0; i < 7; ++i) {
         double L1 = 0, B1 = 0, R1 = 0, L2 = 0, B2 = 0, R2 = 0;
         fast[i](0.123, L1, B1, R1);
@@ -141,17 +142,16 @@ TEST(PlanetFast, NamedRoutinesAndPublishedLeadingTerms) {
     for (double tau = -0.4; tau < 0.4; tau += 0.0371) {
         double L = 0, B = 0, R = 0;
         Neptune_Fast(tau, L, B, R);
-        const double ref = 5.31188633047 + 0.01798475509 * std::cos(2.9010127305 + 38.1330356378 * tau) +
-                           0.01019727662 * std::cos(0.4858092366 + 1.4844727083 * tau) +
-                           38.37687716731 * tau;
+        const double ref =
+            5.31188633047 + 0.01798475509 * std::cos(2.9010127305 + 38.1330356378 * tau) +
+            0.01019727662 * std::cos(0.4858092366 + 1.4844727083 * tau) + 38.37687716731 * tau;
         EXPECT_NEAR(L, Reduce_2Pi(ref), 1e-12) << tau;
     }
     // At J2000.0 Mercury's and Saturn's radius vectors start from the published constants
     // and leading terms; what is left is the sum of their smaller kept terms.
     EXPECT_NEAR(Mercury_R_Fast(0.0), 0.39528271652 + 0.07834131817 * std::cos(6.19233722599),
                 0.0095);
-    EXPECT_NEAR(Saturn_R_Fast(0.0), 9.55758135801 + 0.52921382465 * std::cos(2.39226219733),
-                0.05);
+    EXPECT_NEAR(Saturn_R_Fast(0.0), 9.55758135801 + 0.52921382465 * std::cos(2.39226219733), 0.05);
     // Any number outside 4 .. 10 reads as Mercury.
     EXPECT_EQ(Planet_R_Fast(99, 0.01), Mercury_R_Fast(0.01));
 }
@@ -165,8 +165,7 @@ TEST(MoonDistance, AgainstTheSwissEphemeris) {
         worstFar = std::max(worstFar, diff);
         if (d >= kFrom1800 && d <= kTo2200) worstNear = std::max(worstNear, diff);
     }
-    std::printf("Moon distance: max %.1f km 1800-2200, %.1f km -2000..3000\n", worstNear,
-                worstFar);
+    std::printf("Moon distance: max %.1f km 1800-2200, %.1f km -2000..3000\n", worstNear, worstFar);
     EXPECT_LT(worstNear, 120.0);
     EXPECT_LT(worstFar, 400.0);
 }

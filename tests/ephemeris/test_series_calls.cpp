@@ -14,18 +14,17 @@ int reduced_calls = 0;
 // The operations' mangled names, as the linker sees them: const member functions taking
 // (double, double&, double&, double&), whose object pointer comes first.
 extern "C" {
-void __real__ZNK8kelmoran12PlanetSeries9PlaceFullEdRdS1_S1_(const void*, double, double*,
-                                                            double*, double*);
+void __real__ZNK8kelmoran12PlanetSeries9PlaceFullEdRdS1_S1_(const void*, double, double*, double*,
+                                                            double*);
 void __real__ZNK8kelmoran12PlanetSeries12PlaceReducedEdRdS1_S1_(const void*, double, double*,
                                                                 double*, double*);
-void __wrap__ZNK8kelmoran12PlanetSeries9PlaceFullEdRdS1_S1_(const void* self, double tau,
-                                                            double* L, double* B, double* R) {
+void __wrap__ZNK8kelmoran12PlanetSeries9PlaceFullEdRdS1_S1_(const void* self, double tau, double* L,
+                                                            double* B, double* R) {
     ++full_calls;
     __real__ZNK8kelmoran12PlanetSeries9PlaceFullEdRdS1_S1_(self, tau, L, B, R);
 }
 void __wrap__ZNK8kelmoran12PlanetSeries12PlaceReducedEdRdS1_S1_(const void* self, double tau,
-                                                                double* L, double* B,
-                                                                double* R) {
+                                                                double* L, double* B, double* R) {
     ++reduced_calls;
     __real__ZNK8kelmoran12PlanetSeries12PlaceReducedEdRdS1_S1_(self, tau, L, B, R);
 }

@@ -31,8 +31,8 @@ void Rigorous(double ra0, double dec0, double jd, double& ra, double& dec) {
         v[i] = pvb[1][i] * ERFA_AULT / ERFA_DAYSEC;
         v2 += v[i] * v[i];
     }
-    const double s = std::sqrt(pvh[0][0] * pvh[0][0] + pvh[0][1] * pvh[0][1] +
-                               pvh[0][2] * pvh[0][2]);
+    const double s =
+        std::sqrt(pvh[0][0] * pvh[0][0] + pvh[0][1] * pvh[0][1] + pvh[0][2] * pvh[0][2]);
     double ab[3];
     eraAb(p, v, s, std::sqrt(1.0 - v2), ab);
     double rnpb[3][3];
@@ -73,8 +73,8 @@ TEST(StarPlace, AgreesWithARigorousReduction) {
             worstFar = std::max(worstFar, Sep_Arcsec(ra, dec, rra, rdec));
         }
     }
-    std::printf("Star place: max %.3f\" over %d places 1800-2200; %.1f\" -2000..3000\n",
-                worstNear, n, worstFar);
+    std::printf("Star place: max %.3f\" over %d places 1800-2200; %.1f\" -2000..3000\n", worstNear,
+                n, worstFar);
     EXPECT_LT(worstNear, 0.25);
     EXPECT_LT(worstFar, 60.0);
 }
@@ -100,8 +100,10 @@ TEST(StarPlace, PolesOfTheEclipticAndEquator) {
     }
     // At the poles themselves the arithmetic may step past ±1 in a sine, which the total
     // arcsine turns into 0: the result is meaningless there, but finite and in range.
-    const double poles[][2] = {{1.5 * kPi, eclipticPole}, {0.5 * kPi, -eclipticPole},
-                               {0.0, 1.5707963267949}, {1.0, -1.5707963267949}};
+    const double poles[][2] = {{1.5 * kPi, eclipticPole},
+                               {0.5 * kPi, -eclipticPole},
+                               {0.0, 1.5707963267949},
+                               {1.0, -1.5707963267949}};
     for (const auto& pole : poles) {
         double ra = pole[0], dec = pole[1];
         Calc_Star_Place(0, ra, dec, 3652.5);
