@@ -94,7 +94,7 @@ TEST_F(Plan, RecalculationSums) {
     EXPECT_FLOAT_EQ(w[0].Distance_To_Go, w[4].Total_Distance);
     // Variation near the Channel in 2024 is a degree or so west... within a few degrees.
     EXPECT_LT(std::fabs(w[0].Variation), 5.0f);
-    EXPECT_EQ(w[0].Variation, static_cast<float>(Round_Even(w[0].Variation, 1)));
+    EXPECT_EQ(w[0].Variation, static_cast<float>(Round_Half_Even(w[0].Variation, 1)));
     // Every row that is not the last got the default speed.
     EXPECT_EQ(w[3].Speed, 10.0f);
 }
