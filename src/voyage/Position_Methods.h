@@ -63,7 +63,8 @@ enum class Position_Spot {
     DRbyPlan,          // "DRbyPlan Position"
     DRbyTrack,         // "DRbyTrack Position"
     DR_Error,          // "DR Error"
-    Disabled_DRbyPlan  // the Options item while the plan cannot be chosen
+    Disabled_DRbyPlan  // the Options item "D.R. by plan": why it cannot be chosen, or, when
+                       // it can, the words of the enabled item
 };
 
 // The lines of the pop-up of hot spot `spot` for the moment `t`, with the settings and
