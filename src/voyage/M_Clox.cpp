@@ -7,6 +7,7 @@
 #include "voyage/Plan_Text.h"
 #include "voyage/Plan_Undo.h"
 #include "voyage/Position_Methods.h"
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
@@ -92,7 +93,7 @@ void Calculate_Ship_Time(VoyagePlan& plan) {
         float lat = 0;
         float lon = 0;
         Plan_Position(plan, Clox_Entry_Time(plan, d), lat, lon);
-        int32_t zone = static_cast<int32_t>(Round_Half_Even(lon * kDegPerRad / 15.0, 0)) * 60;
+        int32_t zone = static_cast<int32_t>(Round_Even(lon * kDegPerRad / 15.0, 0)) * 60;
         const double hours = std::abs(zone) / 60.0;
         if (hours > 12.5) zone += zone > 0 ? -60 : 60;
         plan.Ship_Time[static_cast<size_t>(d)] = zone;

@@ -2,18 +2,10 @@
 
 #include <cmath>
 
+#include "settings/M_Formatting.h"
 #include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
-
-double Round_Half_Even(double x, int places) {
-    if (!std::isfinite(x)) return x;
-    const double scale = std::pow(10.0, places);
-    const double scaled = x * scale;
-    if (!std::isfinite(scaled)) return x;
-    // The default rounding mode of the machine is to nearest, ties to even.
-    return std::nearbyint(scaled) / scale;
-}
 
 namespace {
 
@@ -139,7 +131,7 @@ void Leg_Course_Distance(const Way_Point& a, const Way_Point& b, float& courseDe
         dist = product / Length_Degree_Lat(a.Lat);
     }
     distance = static_cast<float>(std::fabs(dist));
-    courseDeg = static_cast<float>(Round_Half_Even(c * kDegPerRad, 1));
+    courseDeg = static_cast<float>(Round_Even(c * kDegPerRad, 1));
 }
 
 Sailing_Work Work_Sailing(double lat0, double lon0, double courseDeg, double distance,
@@ -147,7 +139,7 @@ Sailing_Work Work_Sailing(double lat0, double lon0, double courseDeg, double dis
     Sailing_Work w;
     const double c = courseDeg / kDegPerRad;
     w.Distance = distance;
-    w.DLat = Round_Half_Even(std::cos(c) * distance, 1);
+    w.DLat = Round_Even(std::cos(c) * distance, 1);
     double lat = lat0 + w.DLat / kMinPerRad;
     if (lat > kPi / 2) lat = kPi - lat;
     if (lat < -kPi / 2) lat = -kPi - lat;
@@ -156,23 +148,23 @@ Sailing_Work Work_Sailing(double lat0, double lon0, double courseDeg, double dis
     if (route == Sailing_Route::Mercator) {
         auto mp = [tables](double x) {
             const float f = static_cast<float>(x);
-            return Round_Half_Even(tables ? Mer_Parts_Tables(f) : Mer_Parts(f), 2);
+            return Round_Even(tables ? Mer_Parts_Tables(f) : Mer_Parts(f), 2);
         };
         w.MP_DR = mp(lat);
         w.MP_Original = mp(lat0);
-        w.DMP = Round_Half_Even(w.MP_DR - w.MP_Original, 5);
+        w.DMP = Round_Even(w.MP_DR - w.MP_Original, 5);
         if (std::fabs(w.DMP) <= 0.00001) {
             const double cm = std::cos(meanLat);
-            double dl = cm != 0 ? Round_Half_Even(distance / cm, 2) : 0.0;
+            double dl = cm != 0 ? Round_Even(distance / cm, 2) : 0.0;
             if (courseDeg > 180.0) dl = -dl;
             w.DLong = dl;
         } else {
-            w.DLong = Round_Half_Even(w.DMP * std::tan(c), 1);
+            w.DLong = Round_Even(w.DMP * std::tan(c), 1);
         }
     } else {
-        w.Cos_Mean_Lat = Round_Half_Even(std::cos(meanLat), 5);
-        w.Departure = Round_Half_Even(std::sin(c) * distance, 1);
-        w.DLong = w.Cos_Mean_Lat != 0 ? Round_Half_Even(w.Departure / w.Cos_Mean_Lat, 1) : 0.0;
+        w.Cos_Mean_Lat = Round_Even(std::cos(meanLat), 5);
+        w.Departure = Round_Even(std::sin(c) * distance, 1);
+        w.DLong = w.Cos_Mean_Lat != 0 ? Round_Even(w.Departure / w.Cos_Mean_Lat, 1) : 0.0;
     }
     double lon = lon0 + w.DLong / kMinPerRad;
     if (!std::isfinite(lon)) lon = lon0;
@@ -183,8 +175,8 @@ Sailing_Work Work_Sailing(double lat0, double lon0, double courseDeg, double dis
 
 Sailing_Work Work_DR(double lat0, double lon0, double t0, double t, double courseDeg,
                      double speed, Sailing_Route route, bool tables) {
-    const double hours = Round_Half_Even((t - t0) * 24.0, 2);
-    Sailing_Work w = Work_Sailing(lat0, lon0, courseDeg, Round_Half_Even(hours * speed, 1), route,
+    const double hours = Round_Even((t - t0) * 24.0, 2);
+    Sailing_Work w = Work_Sailing(lat0, lon0, courseDeg, Round_Even(hours * speed, 1), route,
                                   tables);
     w.Run_Hours = hours;
     return w;

@@ -32,10 +32,6 @@ inline constexpr float Mer_Parts_Step_Limit = 0.00001f;
 // 89° 59'.9 in radians: where a rhumb line typed into the plan stops short of a pole.
 inline constexpr double kLatLimit8959 = 59.9 / kMinPerRad + 89.0 / kDegPerRad;
 
-// Round half to even at `places` decimals: the value is scaled by 10^places, rounded to
-// the even neighbour at exact halves, and scaled back.
-double Round_Half_Even(double x, int places);
-
 // Meridional parts (minutes of arc) of latitude `lat` (radians) on the WGS 84 spheroid,
 // e = 0.08181919157505035. ±46183.3 at and beyond the poles. Result rounded to 32 bits.
 float Mer_Parts(float lat);

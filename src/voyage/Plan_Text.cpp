@@ -1,21 +1,15 @@
 #include "voyage/Plan_Text.h"
 
 #include <cmath>
-#include <cstdio>
+
+#include "settings/M_Formatting.h"
 
 namespace kelmoran {
 
-std::string Zone_Text(int32_t minutes) {
-    if (minutes == 0) return "GMT";
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "Z%c%g", minutes > 0 ? '+' : '-', std::abs(minutes) / 60.0);
-    return buf;
-}
+std::string Zone_Text(int32_t minutes) { return Format_TZ_Text(minutes); }
 
 std::string Variation_Text(float degrees) {
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%.1f\xC2\xB0", std::fabs(degrees));
-    return std::string(buf) + (degrees >= 0 ? " E" : " W");
+    return Format_Number(std::fabs(degrees), "##0°.0") + (degrees >= 0 ? " E" : " W");
 }
 
 void Fill_Row_Text(const Way_Point& w, Way_Point_Text& text) {
@@ -23,11 +17,8 @@ void Fill_Row_Text(const Way_Point& w, Way_Point_Text& text) {
         text = Way_Point_Text{};
         return;
     }
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%.4f", w.Lat * 57.2957795130823);
-    text.Lat = buf;
-    std::snprintf(buf, sizeof buf, "%.4f", w.Long * 57.2957795130823);
-    text.Long = buf;
+    text.Lat = Format_Lat(w.Lat, 1, true);
+    text.Long = Format_Long(w.Long, 1, true);
     text.Variation = Variation_Text(w.Variation);
 }
 

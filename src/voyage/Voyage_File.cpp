@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Plan_Undo.h"
 
@@ -21,8 +22,9 @@ namespace {
 // A voyage file larger than this is not one of ours.
 constexpr std::uintmax_t kMaxFileBytes = 64u * 1024u * 1024u;
 
-std::string To_File_Text(const std::string& s) { return s; }
-std::string From_File_Text(const std::string& s) { return s; }
+// The plan's texts are UTF-8; the file holds Windows-1252.
+std::string To_File_Text(const std::string& s) { return Utf8_To_Ansi(s); }
+std::string From_File_Text(const std::string& s) { return Ansi_To_Utf8(s); }
 
 class Writer {
 public:

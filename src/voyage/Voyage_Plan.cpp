@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "settings/SettingsRecord.h"
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Navigation.h"
 #include "voyage/Plan_Undo.h"
@@ -135,20 +136,20 @@ void VoyagePlan::Recalc_Plan() {
                 h += p.Leg_Time;
             }
         }
-        w.Total_Distance = static_cast<float>(Round_Half_Even(d, 1));
-        w.Running_Time = static_cast<float>(Round_Half_Even(h * 60.0, 1) / 60.0);
+        w.Total_Distance = static_cast<float>(Round_Even(d, 1));
+        w.Running_Time = static_cast<float>(Round_Even(h * 60.0, 1) / 60.0);
         w.Time = Header.Plan_Start + h / 24.0;
-        w.Distance = static_cast<float>(Round_Half_Even(w.Distance, 1));
+        w.Distance = static_cast<float>(Round_Even(w.Distance, 1));
         if (w.Distance == 0 && w.Leg_Type != 'D') {
             w.Leg_Time = 0;
         } else if (w.Speed != 0) {
-            w.Leg_Time = static_cast<float>(Round_Half_Even(w.Distance / w.Speed * 60.0, 0) / 60.0);
+            w.Leg_Time = static_cast<float>(Round_Even(w.Distance / w.Speed * 60.0, 0) / 60.0);
         }
         if (w.Row_Valid) {
             Variation_Answer ans;
             Variation_Model().Calc({w.Time, static_cast<float>(w.Lat), static_cast<float>(w.Long)},
                                    ans);
-            w.Variation = static_cast<float>(Round_Half_Even(ans.Variation * kDegPerRad, 1));
+            w.Variation = static_cast<float>(Round_Even(ans.Variation * kDegPerRad, 1));
         }
     }
     Header.Plan_End = Way_Points.back().Time;

@@ -4,9 +4,11 @@
 
 #include <cmath>
 
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/M_Clox.h"
 #include "voyage/Navigation.h"
+#include "voyage/Plan_Text.h"
 #include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_Plan.h"
 
@@ -94,7 +96,16 @@ TEST_F(Plan, RecalculationSums) {
     EXPECT_FLOAT_EQ(w[0].Distance_To_Go, w[4].Total_Distance);
     // Variation near the Channel in 2024 is a degree or so west... within a few degrees.
     EXPECT_LT(std::fabs(w[0].Variation), 5.0f);
-    EXPECT_EQ(w[0].Variation, static_cast<float>(Round_Half_Even(w[0].Variation, 1)));
+    EXPECT_EQ(w[0].Variation, static_cast<float>(Round_Even(w[0].Variation, 1)));
+    // The texts of a row as shown.
+    EXPECT_EQ(p.Texts[0].Lat, "50° 00'.0 N");
+    EXPECT_EQ(p.Texts[2].Long, "    6° 00'.0 W");
+    EXPECT_EQ(p.Texts[0].Variation, Variation_Text(w[0].Variation));
+    EXPECT_EQ(p.Texts[3].Lat, "");
+    EXPECT_EQ(Variation_Text(12.0f), "12°.0 E");
+    EXPECT_EQ(Variation_Text(-0.4f), "0°.4 W");
+    EXPECT_EQ(Variation_Text(0.0f), "0°.0 E");
+    EXPECT_EQ(p.Header.ETD_Zone, "GMT");
     // Every row that is not the last got the default speed.
     EXPECT_EQ(w[3].Speed, 10.0f);
 }

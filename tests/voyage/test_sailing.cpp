@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Navigation.h"
 #include "voyage/Plan_Undo.h"
@@ -177,19 +178,19 @@ TEST(Sailing, WorkingSheetRoutes) {
     EXPECT_DOUBLE_EQ(m.Run_Hours, 10.0);
     EXPECT_DOUBLE_EQ(m.Distance, 120.0);
     EXPECT_DOUBLE_EQ(m.DLat, 84.9);
-    EXPECT_DOUBLE_EQ(m.DMP, Round_Half_Even(m.MP_DR - m.MP_Original, 5));
-    EXPECT_DOUBLE_EQ(m.DLong, Round_Half_Even(m.DMP * std::tan(45 * kDeg), 1));
+    EXPECT_DOUBLE_EQ(m.DMP, Round_Even(m.MP_DR - m.MP_Original, 5));
+    EXPECT_DOUBLE_EQ(m.DLong, Round_Even(m.DMP * std::tan(45 * kDeg), 1));
     const Sailing_Work p =
         Work_DR(lat0, lon0, 0.0, 10.0 / 24.0, 45.0, 12.0, Sailing_Route::Plane, false);
     EXPECT_DOUBLE_EQ(p.Departure, 84.9);
-    EXPECT_DOUBLE_EQ(p.Cos_Mean_Lat, Round_Half_Even(std::cos((lat0 + p.DR_Lat) / 2), 5));
+    EXPECT_DOUBLE_EQ(p.Cos_Mean_Lat, Round_Even(std::cos((lat0 + p.DR_Lat) / 2), 5));
     // The two routes agree to a few tenths over such a run.
     EXPECT_NEAR(m.DLong, p.DLong, 0.5);
     EXPECT_NEAR(m.DR_Long, lon0 + m.DLong / 3437.74677078494, 1e-12);
     // Due east: DMP is zero and dLong comes from the mean latitude, westward negative.
     const Sailing_Work e = Work_Sailing(lat0, lon0, 270.0, 60.0, Sailing_Route::Mercator, false);
     EXPECT_DOUBLE_EQ(e.DMP, 0.0);
-    EXPECT_DOUBLE_EQ(e.DLong, -Round_Half_Even(60.0 / std::cos(lat0), 2));
+    EXPECT_DOUBLE_EQ(e.DLong, -Round_Even(60.0 / std::cos(lat0), 2));
     // Clarke parts differ from WGS 84 ones.
     const Sailing_Work c =
         Work_DR(lat0, lon0, 0.0, 10.0 / 24.0, 45.0, 12.0, Sailing_Route::Mercator, true);
