@@ -16,6 +16,8 @@
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
 #include "shell/SplashScreen.h"
+#include "voyage/Voyage_File.h"
+#include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
 
@@ -76,6 +78,13 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent) {
 
     Reset_Shell(this);
     Build_Menus();
+    // The settings name the default voyage plan: it is read, or the empty plan made.
+    const double now = Calc_JD(Now_UTC(), false);
+    Default_Plan_Hooks.Read_Plan = [now](const std::string& path) {
+        std::string message;
+        if (!Load_Plan(path, Voyage, message)) Voyage.New_Plan(now, Settings.FixSpeed);
+    };
+    Default_Plan_Hooks.Make_Empty_Plan = [now] { Voyage.New_Plan(now, Settings.FixSpeed); };
     Find_User_Folder();
     Load_User_Dat();
     if (Settings.AutoTimeZone) Read_System_TimeZone();
