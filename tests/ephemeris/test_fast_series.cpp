@@ -147,11 +147,6 @@ TEST(PlanetFast, NamedRoutinesAndPublishedLeadingTerms) {
             0.01019727662 * std::cos(0.4858092366 + 1.4844727083 * tau) + 38.37687716731 * tau;
         EXPECT_NEAR(L, Reduce_2Pi(ref), 1e-12) << tau;
     }
-    // At J2000.0 Mercury's and Saturn's radius vectors start from the published constants
-    // and leading terms; what is left is the sum of their smaller kept terms.
-    EXPECT_NEAR(Mercury_R_Fast(0.0), 0.39528271652 + 0.07834131817 * std::cos(6.19233722599),
-                0.0095);
-    EXPECT_NEAR(Saturn_R_Fast(0.0), 9.55758135801 + 0.52921382465 * std::cos(2.39226219733), 0.05);
     // Any number outside 4 .. 10 reads as Mercury.
     EXPECT_EQ(Planet_R_Fast(99, 0.01), Mercury_R_Fast(0.01));
 }
