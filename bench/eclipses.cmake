@@ -1,0 +1,1 @@
+kelmoran_add_bench(bench_eclipses ${CMAKE_CURRENT_LIST_DIR}/eclipses.cpp)
