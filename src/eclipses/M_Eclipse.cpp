@@ -24,11 +24,11 @@ constexpr double kArcSecond = 1.0 / 206264.806247096;
 // The mean motion of the Moon from the Sun, radians a day.
 constexpr double kRelativeRate = 0.223402144255274;
 
+}  // namespace
+
 double Fold_Pi(double a) {
     return a - kTwoPi * std::floor((a + kPi) / kTwoPi);
 }
-
-}  // namespace
 
 EclipseWindow::EclipseWindow(double centre) : centre_(centre) {
     const EarthFrame frame = Calc_EarthFrame(centre);
@@ -97,17 +97,21 @@ const char* Ordinal_Suffix(int day) {
     const int tens = day % 100;
     if (tens >= 11 && tens <= 13) return "th";
     switch (day % 10) {
-        case 1: return "st";
-        case 2: return "nd";
-        case 3: return "rd";
-        default: return "th";
+        case 1:
+            return "st";
+        case 2:
+            return "nd";
+        case 3:
+            return "rd";
+        default:
+            return "th";
     }
 }
 
 std::string Eclipse_Date_Label(double jd, int32_t bias, bool shortYear) {
     const MySystemTime d = JD_To_Date(jd + bias / 1440.0);
-    std::string label = std::to_string(d.wDay) + Ordinal_Suffix(d.wDay) + " of " +
-                        Month_Name(d.wMonth) + " ";
+    std::string label =
+        std::to_string(d.wDay) + Ordinal_Suffix(d.wDay) + " of " + Month_Name(d.wMonth) + " ";
     if (shortYear) return label + "'" + Format_Number(d.wYear % 100, "00");
     return label + Format_Number(d.wYear, "0000");
 }
@@ -150,8 +154,7 @@ std::vector<LunationPhase> Fill_Lunation_Year(int year, int32_t bias, EclipseTab
     for (int lunation = 0; lunation < 16; ++lunation) {
         double last = 0.0;
         for (int p = 0; p < 4; ++p) {
-            const double series =
-                Phase_Before(previous + 10.0, deltaT, static_cast<MoonPhase>(p));
+            const double series = Phase_Before(previous + 10.0, deltaT, static_cast<MoonPhase>(p));
             previous = series;
             last = series;
             // A margin of a quarter of an hour: the year test below decides.

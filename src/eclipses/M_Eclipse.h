@@ -17,6 +17,9 @@
 
 namespace kelmoran {
 
+// The angle `a` (radians) less whole turns, into -π .. π.
+double Fold_Pi(double a);
+
 // The Sun and the Moon through the hours of one eclipse at the accuracy of the full series
 // for about the cost of the reduced one: the full series is evaluated once, at the centre,
 // and its difference from the reduced series there (in RA, Dec and distance) is added to
@@ -58,15 +61,15 @@ struct EclipseEvent {
 
 // The geometry of a solar eclipse at one instant (see M_Eclipse_Solar.h).
 struct EclipseInstant {
-    BodyPlace Sun;                 // RA, Dec, Distance (AU), GHA
-    BodyPlace Moon;                // RA, Dec, Distance (km), GHA
-    double AxisDistance = 0.0;     // km, the Earth's centre from the line Sun-Moon
-    double UmbraVertex = 0.0;      // km, the Moon to the vertex of the umbral cone
-    double PositionAngle = 0.0;    // radians, direction of the shadow axis point
-    double Separation = 0.0;       // radians, geocentric Sun-Moon distance
-    double PenumbraRadius = 0.0;   // km, radius of the penumbra at the Earth
-    double UmbraRadius = 0.0;      // km, radius of the umbra at the Earth's surface
-    double Time = 0.0;             // MyJD of the instant
+    BodyPlace Sun;                // RA, Dec, Distance (AU), GHA
+    BodyPlace Moon;               // RA, Dec, Distance (km), GHA
+    double AxisDistance = 0.0;    // km, the Earth's centre from the line Sun-Moon
+    double UmbraVertex = 0.0;     // km, the Moon to the vertex of the umbral cone
+    double PositionAngle = 0.0;   // radians, direction of the shadow axis point
+    double Separation = 0.0;      // radians, geocentric Sun-Moon distance
+    double PenumbraRadius = 0.0;  // km, radius of the penumbra at the Earth
+    double UmbraRadius = 0.0;     // km, radius of the umbra at the Earth's surface
+    double Time = 0.0;            // MyJD of the instant
 };
 
 // An eclipse found in the year shown.
@@ -99,9 +102,9 @@ using EclipseInstants = std::array<EclipseInstant, 7>;
 
 // Small values kept with each row.
 struct EclipseSpeed {
-    double Speed = 0.0;    // solar: the shadow's speed, km a day; lunar: radians a day
-    int16_t Annular = 0;   // -1 when the Moon's umbral cone ends short of the Earth
-    std::string Kind;      // the kind text, e.g. "Total Solar Eclipse"
+    double Speed = 0.0;   // solar: the shadow's speed, km a day; lunar: radians a day
+    int16_t Annular = 0;  // -1 when the Moon's umbral cone ends short of the Earth
+    std::string Kind;     // the kind text, e.g. "Total Solar Eclipse"
 };
 
 // Room for the rows of one year (a year has at most 26 eclipses tried positive here).
@@ -121,13 +124,13 @@ extern EclipseTable Eclipses;
 
 // One phase of the year as the Moon Phases table shows it.
 struct LunationPhase {
-    int16_t Phase = 0;     // 0 New, 1 First Quarter, 2 Full, 3 Last Quarter
-    double UT = 0.0;       // the refined moment, MyJD (UT), rounded to the minute
-    double ZoneJD = 0.0;   // the same in zone time (UT + bias), a whole minute
-    int16_t Month = 1;     // month of ZoneJD, 1 .. 12, in the calendar of the date control
-    int16_t Day = 1;       // day of the month of ZoneJD
-    std::string Eclipse;   // the kind of eclipse, or empty
-    int EclipseRow = -1;   // the row of the table that holds it, or -1
+    int16_t Phase = 0;    // 0 New, 1 First Quarter, 2 Full, 3 Last Quarter
+    double UT = 0.0;      // the refined moment, MyJD (UT), rounded to the minute
+    double ZoneJD = 0.0;  // the same in zone time (UT + bias), a whole minute
+    int16_t Month = 1;    // month of ZoneJD, 1 .. 12, in the calendar of the date control
+    int16_t Day = 1;      // day of the month of ZoneJD
+    std::string Eclipse;  // the kind of eclipse, or empty
+    int EclipseRow = -1;  // the row of the table that holds it, or -1
 };
 
 // Fills the phases of the zone-time year `year` (as the date control shows it) with

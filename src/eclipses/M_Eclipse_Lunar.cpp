@@ -19,14 +19,10 @@ constexpr double kTwoPi = 6.28318530717959;
 constexpr double kArcSecond = 1.0 / 206264.806247096;
 constexpr double kArcMinute = 1.0 / 3437.74677078494;
 
-double Fold_Pi(double a) {
-    return a - kTwoPi * std::floor((a + kPi) / kTwoPi);
-}
-
 // The shadow's centre and the Moon's offset from it at MyJD `t`.
 struct ShadowPlace {
-    double sunDistance = 0.0;  // AU
-    double moonDistance = 0.0; // km
+    double sunDistance = 0.0;   // AU
+    double moonDistance = 0.0;  // km
     double shadowDec = 0.0, shadowGHA = 0.0;
     double deltaDec = 0.0, deltaGHA = 0.0;
 };
@@ -109,8 +105,8 @@ void Step_From(EclipseEvent& event, double target, bool once, const PlaceSource&
         // Directions measured from the declination axis towards the hour-angle axis: the
         // Moon's track (G) and the Moon as seen from the shadow's centre (H).
         // The track is the arc of one minute's motion.
-        const double G = Atan2_R8(std::tan(event.RateGHA * MinuteDays),
-                                  std::sin(event.RateDec * MinuteDays));
+        const double G =
+            Atan2_R8(std::tan(event.RateGHA * MinuteDays), std::sin(event.RateDec * MinuteDays));
         const double H = Atan2_R8(std::tan(event.DeltaGHA), std::sin(event.DeltaDec));
         double D = H - G;
         if (D < 0.0) D += kTwoPi;
@@ -130,8 +126,10 @@ void Step_From(EclipseEvent& event, double target, bool once, const PlaceSource&
         const double b = Arc_Sin(std::sin(k) * std::sin(G));    // in hour angle
         const double speed = std::hypot(event.RateDec, event.RateGHA);
         double dt = 0.0;
-        if (std::fabs(event.RateGHA) > 1e-3) dt = b / event.RateGHA;
-        else if (speed > 0.0) dt = k / speed;
+        if (std::fabs(event.RateGHA) > 1e-3)
+            dt = b / event.RateGHA;
+        else if (speed > 0.0)
+            dt = k / speed;
         event.DeltaDec += a;
         event.DeltaGHA += b;
         event.Time += dt;
@@ -162,6 +160,7 @@ void Lunar_Step(EclipseEvent& event, double target, bool once, const EclipseWind
 }
 
 std::string Lunar_Eclipse_Test(EclipseRow& row, EclipseSpeed& speed, int32_t bias) {
+    if (!std::isfinite(row.PhaseJD)) return {};
     EclipseEvent maximum;
     maximum.Time = row.PhaseJD;
     maximum.WantGamma = -1;

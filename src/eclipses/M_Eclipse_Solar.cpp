@@ -19,19 +19,24 @@ constexpr double kTwoPi = 6.28318530717959;
 constexpr double kArcMinute = 1.0 / 3437.74677078494;
 constexpr double kContactTolerance = 5.7870370370370366e-5;  // five seconds
 
-// An angle difference brought into -π .. π.
-double Fold_Pi(double a) {
-    return a - kTwoPi * std::floor((a + kPi) / kTwoPi);
-}
-
 struct Vec3 {
     double x = 0.0, y = 0.0, z = 0.0;
 };
-Vec3 operator-(const Vec3& a, const Vec3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Vec3 operator+(const Vec3& a, const Vec3& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Vec3 operator*(double s, const Vec3& a) { return {s * a.x, s * a.y, s * a.z}; }
-double Dot(const Vec3& a, const Vec3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-double Norm(const Vec3& a) { return std::sqrt(Dot(a, a)); }
+Vec3 operator-(const Vec3& a, const Vec3& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+Vec3 operator+(const Vec3& a, const Vec3& b) {
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+Vec3 operator*(double s, const Vec3& a) {
+    return {s * a.x, s * a.y, s * a.z};
+}
+double Dot(const Vec3& a, const Vec3& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+double Norm(const Vec3& a) {
+    return std::sqrt(Dot(a, a));
+}
 
 // A body's place as a vector in the Earth-fixed frame (x to the Greenwich meridian on the
 // equator, z to the north pole): its longitude there is -GHA. `distance` in km.
@@ -107,8 +112,7 @@ namespace {
 // added to the Earth's radius in the test that the shadow misses, and `descend` asks for
 // the final descent to the second.
 template <typename InstantAt>
-GreatestEclipse Greatest_On(double t, const InstantAt& instantAt, double missMargin,
-                            bool descend) {
+GreatestEclipse Greatest_On(double t, const InstantAt& instantAt, double missMargin, bool descend) {
     GreatestEclipse g;
     const double step0 = MinuteDays;
     double c = 0.0;
@@ -160,8 +164,7 @@ GreatestEclipse Greatest_On(double t, const InstantAt& instantAt, double missMar
 GreatestEclipse Greatest_Solar_Eclipse(double t, SeriesAccuracy accuracy) {
     // The fast places may be some 200 km out: a graze is not given up on them.
     const auto at = [accuracy](double x) { return Eclipse_Instant(x, accuracy); };
-    return Greatest_On(t, at, accuracy == kAccuracyFast ? 400.0 : 0.0,
-                       accuracy != kAccuracyFast);
+    return Greatest_On(t, at, accuracy == kAccuracyFast ? 400.0 : 0.0, accuracy != kAccuracyFast);
 }
 
 GreatestEclipse Greatest_Solar_Eclipse(double t, const EclipseWindow& window) {
@@ -204,6 +207,7 @@ EclipseInstant Solar_Contact(const std::string& name, double t, const EclipseWin
 
 std::string Solar_Eclipse_Test(EclipseRow& row, EclipseInstants& instants, EclipseSpeed& speed,
                                int32_t bias) {
+    if (!std::isfinite(row.PhaseJD)) return {};
     // A first pass on the fast places; only a shadow that may touch the Earth is searched
     // again on the full series.
     const GreatestEclipse rough = Greatest_Solar_Eclipse(row.PhaseJD, kAccuracyFast);
@@ -318,8 +322,8 @@ ShadowFrame Frame_Of(const BodyPlace& sun, const BodyPlace& moon) {
 bool Shadow_Point_Place(const EclipseInstant& instant, double distance, double positionAngle,
                         GeoPoint& place) {
     const ShadowFrame f = Frame_Of(instant.Sun, instant.Moon);
-    const Vec3 p = distance * std::sin(positionAngle) * f.east +
-                   distance * std::cos(positionAngle) * f.north;
+    const Vec3 p =
+        distance * std::sin(positionAngle) * f.east + distance * std::cos(positionAngle) * f.north;
     // The line p + s axis on the ellipsoid x² + y² + z² / GeocentricFactor = EarthRadius²,
     // the root nearer the Sun.
     const double k = 1.0 / GeocentricFactor;
@@ -364,8 +368,8 @@ struct ObserverShadow {
     double sunAltitude = 0.0;   // radians, geometric, of the Sun's centre
 };
 
-ObserverShadow Observer_Against_Cones(double t, const EclipseWindow& window,
-                                     const Vec3& observer, const Vec3& zenith) {
+ObserverShadow Observer_Against_Cones(double t, const EclipseWindow& window, const Vec3& observer,
+                                      const Vec3& zenith) {
     BodyPlace sun, moon;
     window.Places(t, sun, moon);
     const ShadowFrame f = Frame_Of(sun, moon);
@@ -427,8 +431,10 @@ LocalEclipse Local_Solar_Eclipse(double lat, double lon, double from, double to)
     const double golden = 0.381966011250105;
     while (hi - lo > 0.1 * SecondDays) {
         const double m1 = lo + golden * (hi - lo), m2 = hi - golden * (hi - lo);
-        if (at(m1).axisDistance < at(m2).axisDistance) hi = m2;
-        else lo = m1;
+        if (at(m1).axisDistance < at(m2).axisDistance)
+            hi = m2;
+        else
+            lo = m1;
     }
     const double tMax = 0.5 * (lo + hi);
     const ObserverShadow atMax = at(tMax);

@@ -15,13 +15,13 @@
 namespace kelmoran {
 
 namespace eclipse {
-inline constexpr double EarthRadius = 6378.137;           // km, equatorial
-inline constexpr double MoonRadius = 1737.92808633851;    // km
-inline constexpr double SunRadius = 696000.0;             // km
-inline constexpr double SunMinusMoon = 694262.0;          // km, the stored difference
-inline constexpr double SunPlusMoon = 697737.9280863386;  // km
-inline constexpr double AU = 149597870.0;                 // km
-inline constexpr double EarthPlusAir = 6418.806521269827; // km, the Earth with its air
+inline constexpr double EarthRadius = 6378.137;            // km, equatorial
+inline constexpr double MoonRadius = 1737.92808633851;     // km
+inline constexpr double SunRadius = 696000.0;              // km
+inline constexpr double SunMinusMoon = 694262.0;           // km, the stored difference
+inline constexpr double SunPlusMoon = 697737.9280863386;   // km
+inline constexpr double AU = 149597870.0;                  // km
+inline constexpr double EarthPlusAir = 6418.806521269827;  // km, the Earth with its air
 inline constexpr float EarthPlusAirSingle = 6418.806640625f;
 inline constexpr double SecondDays = 1.1574074074074073e-5;
 inline constexpr double MinuteDays = 0.0006944444444444445;
@@ -102,17 +102,17 @@ EclipseInstant Instant_From_Places(const BodyPlace& sun, const BodyPlace& moon, 
 
 // The eclipse as seen from one place.
 struct LocalEclipse {
-    bool Eclipsed = false;     // the observer enters the penumbra at all
-    bool Visible = false;      // some of it happens with the Sun above the horizon
-    bool Central = false;      // the observer enters the umbra (total or annular there)
-    bool Annular = false;      // the central phase is annular
-    double FirstContact = 0.0; // MyJD; 0 where it does not happen
+    bool Eclipsed = false;      // the observer enters the penumbra at all
+    bool Visible = false;       // some of it happens with the Sun above the horizon
+    bool Central = false;       // the observer enters the umbra (total or annular there)
+    bool Annular = false;       // the central phase is annular
+    double FirstContact = 0.0;  // MyJD; 0 where it does not happen
     double SecondContact = 0.0;
     double Maximum = 0.0;
     double ThirdContact = 0.0;
     double LastContact = 0.0;
-    double Magnitude = 0.0;       // fraction of the Sun's diameter covered at maximum
-    double SunAltitude = 0.0;     // radians, geometric, at maximum
+    double Magnitude = 0.0;    // fraction of the Sun's diameter covered at maximum
+    double SunAltitude = 0.0;  // radians, geometric, at maximum
 };
 
 // The circumstances of a solar eclipse at geodetic latitude `lat` and longitude `lon`

@@ -33,7 +33,7 @@ TEST(EclipseFill, KindTextsOfTheYears) {
     Fill_Lunation_Year(2023, 0, t);
     // A hybrid, a penumbral lunar, an annular with the axis on the Earth, a partial lunar.
     EXPECT_EQ(Kinds(t), (std::vector<std::string>{"Hybrid Solar Eclipse", "Penumbral Lunar Eclipse",
-                                                   "Total Annular Eclipse", "Lunar Eclipse"}));
+                                                  "Total Annular Eclipse", "Lunar Eclipse"}));
     // 2018: three partial solar eclipses that only graze the Earth, two total lunar ones.
     Fill_Lunation_Year(2018, 0, t);
     ASSERT_EQ(t.Count, 5);
@@ -162,7 +162,8 @@ TEST(EclipseFill, NewMoonPastMidnightOfTheYearGetsNoCell) {
     const int32_t bias = 840;
     int found = 0;
     for (int year = 1900; year <= 2100 && found == 0; ++year) {
-        const double newYear = Calc_JD({static_cast<int16_t>(year + 1), 1, 0, 1, 0, 0, 0, 0}, false);
+        const double newYear =
+            Calc_JD({static_cast<int16_t>(year + 1), 1, 0, 1, 0, 0, 0, 0}, false);
         const double nm = New_Moon_Before(newYear, Get_DeltaT(year) / 3.15576e9);
         if (nm < newYear - 14.0 / 24.0) continue;
         ++found;

@@ -24,16 +24,13 @@ struct Place {
 
 // In and out of both paths of totality, in the partial zones, and where neither is seen.
 constexpr Place kPlaces[] = {
-    {"Salem", 44.94, -123.03},       {"Casper", 42.87, -106.31},
-    {"Nashville", 36.16, -86.78},    {"Charleston", 32.78, -79.93},
-    {"New York", 40.71, -74.01},     {"Los Angeles", 34.05, -118.24},
-    {"Mazatlan", 23.22, -106.42},    {"Dallas", 32.78, -96.80},
-    {"Indianapolis", 39.77, -86.16}, {"Burlington", 44.48, -73.21},
-    {"Mexico City", 19.43, -99.13},  {"Miami", 25.76, -80.19},
-    {"Anchorage", 61.22, -149.90},   {"Lima", -12.05, -77.04},
-    {"Bogota", 4.71, -74.07},        {"Tokyo", 35.69, 139.69},
-    {"Sydney", -33.87, 151.21},      {"Cape Town", -33.92, 18.42},
-    {"Moscow", 55.76, 37.62},        {"Mumbai", 19.08, 72.88},
+    {"Salem", 44.94, -123.03},     {"Casper", 42.87, -106.31},     {"Nashville", 36.16, -86.78},
+    {"Charleston", 32.78, -79.93}, {"New York", 40.71, -74.01},    {"Los Angeles", 34.05, -118.24},
+    {"Mazatlan", 23.22, -106.42},  {"Dallas", 32.78, -96.80},      {"Indianapolis", 39.77, -86.16},
+    {"Burlington", 44.48, -73.21}, {"Mexico City", 19.43, -99.13}, {"Miami", 25.76, -80.19},
+    {"Anchorage", 61.22, -149.90}, {"Lima", -12.05, -77.04},       {"Bogota", 4.71, -74.07},
+    {"Tokyo", 35.69, 139.69},      {"Sydney", -33.87, 151.21},     {"Cape Town", -33.92, 18.42},
+    {"Moscow", 55.76, 37.62},      {"Mumbai", 19.08, 72.88},
 };
 
 // The eclipse of the New Moon before `jd` (MyJD), tried as the search tries it.
@@ -57,9 +54,9 @@ TEST(LocalEclipse, TwoTotalEclipsesAtTwentyPlacesAgainstTheSwissEphemeris) {
         const EclipseRow row = Eclipse_Near(date, kind);
         ASSERT_EQ(kind, "Total Solar Eclipse");
         for (const Place& p : kPlaces) {
-            const LocalEclipse ours = Local_Solar_Eclipse(
-                p.lat * kRadPerDeg, p.lon * kRadPerDeg, row.FirstContact.Time,
-                row.LastContact.Time);
+            const LocalEclipse ours =
+                Local_Solar_Eclipse(p.lat * kRadPerDeg, p.lon * kRadPerDeg, row.FirstContact.Time,
+                                    row.LastContact.Time);
             double geopos[3] = {p.lon, p.lat, 0.0};
             double tret[10] = {}, attr[20] = {};
             char err[256];
@@ -86,9 +83,10 @@ TEST(LocalEclipse, TwoTotalEclipsesAtTwentyPlacesAgainstTheSwissEphemeris) {
         }
     }
     swe_close();
-    std::printf("%d sightings (%d in totality), %d times compared, largest differences: "
-                "maximum %.1f s, contacts %.1f s\n",
-                seen, central, compared, worst[0] * 86400.0, worst[1] * 86400.0);
+    std::printf(
+        "%d sightings (%d in totality), %d times compared, largest differences: "
+        "maximum %.1f s, contacts %.1f s\n",
+        seen, central, compared, worst[0] * 86400.0, worst[1] * 86400.0);
     EXPECT_GE(seen, 20);
     EXPECT_GE(central, 8);
 }

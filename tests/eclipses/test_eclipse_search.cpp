@@ -23,11 +23,16 @@ enum class Kind { Partial, Annular, Total, Hybrid, Penumbral };
 
 const char* Kind_Name(Kind k) {
     switch (k) {
-        case Kind::Partial: return "partial";
-        case Kind::Annular: return "annular";
-        case Kind::Total: return "total";
-        case Kind::Hybrid: return "hybrid";
-        case Kind::Penumbral: return "penumbral";
+        case Kind::Partial:
+            return "partial";
+        case Kind::Annular:
+            return "annular";
+        case Kind::Total:
+            return "total";
+        case Kind::Hybrid:
+            return "hybrid";
+        case Kind::Penumbral:
+            return "penumbral";
     }
     return "";
 }
@@ -45,7 +50,9 @@ Kind Kind_Of(const std::string& text) {
 double Our_TT(double jd) {
     return jd == 0.0 ? 0.0 : jd + kJ2000 + Get_DeltaT(DeltaT_Year(jd)) / 86400.0;
 }
-double Swe_TT(double jdUT) { return jdUT == 0.0 ? 0.0 : jdUT + swe_deltat(jdUT); }
+double Swe_TT(double jdUT) {
+    return jdUT == 0.0 ? 0.0 : jdUT + swe_deltat(jdUT);
+}
 
 struct Found {
     double max = 0.0;                         // TT
@@ -244,16 +251,16 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
 }
 
 void Report(const char* what, const Comparison& c) {
-    std::printf("%s: %d matched, %d missed, %d found here only, kind agrees %d (%.2f%%); "
-                "largest differences: maximum %.1f s, gamma %.5f\n",
-                what, c.matched, c.missed, c.invented, c.kindAgree,
-                100.0 * c.kindAgree / std::max(1, c.matched), c.worstMax * 86400.0,
-                c.worstGamma);
-    std::printf("  contacts (s): penumbra in %.1f, out %.1f; umbra in %.1f, out %.1f; "
-                "total in %.1f, out %.1f",
-                c.worstContact[0] * 86400.0, c.worstContact[1] * 86400.0,
-                c.worstContact[2] * 86400.0, c.worstContact[3] * 86400.0,
-                c.worstContact[4] * 86400.0, c.worstContact[5] * 86400.0);
+    std::printf(
+        "%s: %d matched, %d missed, %d found here only, kind agrees %d (%.2f%%); "
+        "largest differences: maximum %.1f s, gamma %.5f\n",
+        what, c.matched, c.missed, c.invented, c.kindAgree,
+        100.0 * c.kindAgree / std::max(1, c.matched), c.worstMax * 86400.0, c.worstGamma);
+    std::printf(
+        "  contacts (s): penumbra in %.1f, out %.1f; umbra in %.1f, out %.1f; "
+        "total in %.1f, out %.1f",
+        c.worstContact[0] * 86400.0, c.worstContact[1] * 86400.0, c.worstContact[2] * 86400.0,
+        c.worstContact[3] * 86400.0, c.worstContact[4] * 86400.0, c.worstContact[5] * 86400.0);
     if (c.worstChordContact > 0.0)
         std::printf("; all but grazing chords %.1f", c.worstChordContact * 86400.0);
     std::printf("\n");

@@ -76,10 +76,10 @@ TEST(MoonPhases, EveryPhaseFrom1900To2100WithinAMinuteOfTheSwissEphemeris) {
         }
     }
     swe_close();
-    std::printf("%d phases; largest differences in seconds: New %.1f, First Quarter %.1f, "
-                "Full %.1f, Last Quarter %.1f\n",
-                count, worst[0] * 86400.0, worst[1] * 86400.0, worst[2] * 86400.0,
-                worst[3] * 86400.0);
+    std::printf(
+        "%d phases; largest differences in seconds: New %.1f, First Quarter %.1f, "
+        "Full %.1f, Last Quarter %.1f\n",
+        count, worst[0] * 86400.0, worst[1] * 86400.0, worst[2] * 86400.0, worst[3] * 86400.0);
     EXPECT_GT(count, 9900);
     for (double w : worst) EXPECT_LT(w, kMinute);
 }
