@@ -14,20 +14,19 @@
 
 namespace kelmoran {
 
+using namespace eclipse;
+
 EclipseTable Eclipses;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979;
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kArcSecond = 1.0 / 206264.806247096;
 // The mean motion of the Moon from the Sun, radians a day.
 constexpr double kRelativeRate = 0.223402144255274;
 
 }  // namespace
 
 double Fold_Pi(double a) {
-    return a - kTwoPi * std::floor((a + kPi) / kTwoPi);
+    return a - TwoPi * std::floor((a + Pi) / TwoPi);
 }
 
 EclipseWindow::EclipseWindow(double centre) : centre_(centre) {
@@ -69,18 +68,18 @@ double Phase_Error(double jd, int phase) {
     double moonLon = tt, moonLat = kAccuracyReduced, moonDist = 0.0;
     MoonSeries::Instance().MoonPlace(moonLon, moonLat, moonDist);
     // Nutation in longitude is common to both and left out.
-    return Fold_Pi(sunLon + phase * (kPi / 2.0) - moonLon);
+    return Fold_Pi(sunLon + phase * (Pi / 2.0) - moonLon);
 }
 
 double Refine_Phase(double jd, int phase) {
     // Works in Julian centuries, as the positions do.
     double T = jd / 36525.0;
     double eOld = Phase_Error(jd, phase);
-    if (!std::isfinite(eOld) || std::fabs(eOld) <= kArcSecond) return jd;
+    if (!std::isfinite(eOld) || std::fabs(eOld) <= ArcSecond) return jd;
     double step = eOld / kRelativeRate / 36525.0;
     T += step;
     double eNew = Phase_Error(T * 36525.0, phase);
-    for (int i = 0; i < 20 && std::fabs(eNew) > kArcSecond && eNew != eOld; ++i) {
+    for (int i = 0; i < 20 && std::fabs(eNew) > ArcSecond && eNew != eOld; ++i) {
         step = step * eNew / (eOld - eNew);
         T += step;
         eOld = eNew;

@@ -14,11 +14,6 @@ using namespace eclipse;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979;
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kArcSecond = 1.0 / 206264.806247096;
-constexpr double kArcMinute = 1.0 / 3437.74677078494;
-
 // The shadow's centre and the Moon's offset from it at MyJD `t`.
 struct ShadowPlace {
     double sunDistance = 0.0;   // AU
@@ -50,8 +45,8 @@ ShadowPlace Shadow_Place(double t, const PlaceSource& source) {
     s.sunDistance = sun.Distance;
     s.moonDistance = moon.Distance;
     s.shadowDec = -sun.Dec;
-    s.shadowGHA = sun.GHA + kPi;
-    if (s.shadowGHA >= kTwoPi) s.shadowGHA -= kTwoPi;
+    s.shadowGHA = sun.GHA + Pi;
+    if (s.shadowGHA >= TwoPi) s.shadowGHA -= TwoPi;
     // The Moon in the frame whose equator runs east-west through the shadow's centre.
     const double h = Fold_Pi(s.shadowGHA - moon.GHA);
     const double x = std::cos(moon.Dec) * std::cos(s.shadowDec) * std::cos(h) +
@@ -109,7 +104,7 @@ void Step_From(EclipseEvent& event, double target, bool once, const PlaceSource&
             Atan2_R8(std::tan(event.RateGHA * MinuteDays), std::sin(event.RateDec * MinuteDays));
         const double H = Atan2_R8(std::tan(event.DeltaGHA), std::sin(event.DeltaDec));
         double D = H - G;
-        if (D < 0.0) D += kTwoPi;
+        if (D < 0.0) D += TwoPi;
         const double sigma = Separation_Of(event.DeltaGHA, event.DeltaDec);
         // The right triangle: P the track's least distance from the centre, Q the leg from
         // the foot to the Moon, positive when the Moon is past the foot.
@@ -135,7 +130,7 @@ void Step_From(EclipseEvent& event, double target, bool once, const PlaceSource&
         event.Time += dt;
         event.Separation = Separation_Of(event.DeltaGHA, event.DeltaDec);
         if (once) return;
-        if (!(k < -kArcSecond) && !(k > 2.0 * kArcMinute)) break;
+        if (!(k < -ArcSecond) && !(k > 2.0 * ArcMinute)) break;
         Shadow_From(event, source);
     }
     if (event.WantGamma != 0) Shadow_From(event, source);

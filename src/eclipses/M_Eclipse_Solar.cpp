@@ -14,9 +14,6 @@ using namespace eclipse;
 
 namespace {
 
-constexpr double kPi = 3.14159265358979;
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kArcMinute = 1.0 / 3437.74677078494;
 constexpr double kContactTolerance = 5.7870370370370366e-5;  // five seconds
 
 struct Vec3 {
@@ -88,9 +85,9 @@ EclipseInstant Instant_From_Places(const BodyPlace& sun, const BodyPlace& moon, 
         const double v = L * MoonRadius / SunPlusMoon;
         r.PenumbraRadius = (v + dM) * SunPlusMoon / L;
     }
-    double pa = kTwoPi - Atan2_R8(std::sin(-dRA), std::cos(sun.Dec) * std::tan(moon.Dec) -
-                                                      std::cos(-dRA) * std::sin(sun.Dec));
-    if (pa >= kTwoPi) pa -= kTwoPi;
+    double pa = TwoPi - Atan2_R8(std::sin(-dRA), std::cos(sun.Dec) * std::tan(moon.Dec) -
+                                                     std::cos(-dRA) * std::sin(sun.Dec));
+    if (pa >= TwoPi) pa -= TwoPi;
     r.PositionAngle = pa;
     return r;
 }
@@ -126,7 +123,7 @@ GreatestEclipse Greatest_On(double t, const InstantAt& instantAt, double missMar
         const double B = Arc_Sin(tri.p * std::sin(tri.theta) / tri.c);
         // The arcsine gives the acute reading only: the angles of the triangle tell when
         // the angle at the first point is obtuse (the least distance is behind).
-        if (std::fabs(B + tri.theta - A) < kArcMinute) A = kPi - A;
+        if (std::fabs(B + tri.theta - A) < ArcMinute) A = Pi - A;
         const double step = tri.p * std::cos(A) / tri.c * step0;
         const double least = tri.p * std::sin(A);
         t += step;
@@ -345,10 +342,10 @@ EclipseInstant Interpolate_Instant(const EclipseInstant& a, const EclipseInstant
     const auto place = [&](const BodyPlace& p, const BodyPlace& q) {
         BodyPlace r;
         double gha = q.GHA;
-        if (gha < p.GHA) gha += kTwoPi;
+        if (gha < p.GHA) gha += TwoPi;
         double ra0 = p.RA, ra1 = q.RA;
-        if (ra1 < kPi / 2.0 && ra0 > 1.5 * kPi) ra1 += kTwoPi;
-        if (ra0 < kPi / 2.0 && ra1 > 1.5 * kPi) ra0 += kTwoPi;
+        if (ra1 < Pi / 2.0 && ra0 > 1.5 * Pi) ra1 += TwoPi;
+        if (ra0 < Pi / 2.0 && ra1 > 1.5 * Pi) ra0 += TwoPi;
         r.GHA = Reduce_2Pi(lerp(p.GHA, gha));
         r.RA = Reduce_2Pi(lerp(ra0, ra1));
         r.Dec = lerp(p.Dec, q.Dec);
@@ -486,7 +483,7 @@ LocalEclipse Local_Solar_Eclipse(double lat, double lon, double from, double to)
     }
 
     // Seen if the Sun's upper limb with refraction (34' + 16') is up at some moment of it.
-    const double horizon = -50.0 * kArcMinute;
+    const double horizon = -50.0 * ArcMinute;
     for (double t = result.FirstContact;; t += stepDays) {
         const double tt = std::min(t, result.LastContact);
         if (at(tt).sunAltitude > horizon) {

@@ -14,22 +14,6 @@
 
 namespace kelmoran {
 
-namespace eclipse {
-inline constexpr double EarthRadius = 6378.137;            // km, equatorial
-inline constexpr double MoonRadius = 1737.92808633851;     // km
-inline constexpr double SunRadius = 696000.0;              // km
-inline constexpr double SunMinusMoon = 694262.0;           // km, the stored difference
-inline constexpr double SunPlusMoon = 697737.9280863386;   // km
-inline constexpr double AU = 149597870.0;                  // km
-inline constexpr double EarthPlusAir = 6418.806521269827;  // km, the Earth with its air
-inline constexpr float EarthPlusAirSingle = 6418.806640625f;
-inline constexpr double SecondDays = 1.1574074074074073e-5;
-inline constexpr double MinuteDays = 0.0006944444444444445;
-// Flattening of the Earth's figure as the map uses it: tan(geocentric latitude) =
-// GeocentricFactor x tan(geodetic latitude).
-inline constexpr double GeocentricFactor = 0.993306459361713;
-}  // namespace eclipse
-
 // The geometry at MyJD `t`, the Sun and the Moon by the series at `accuracy` (0 full,
 // 1 reduced, 2 fast). Distances in km, angles in radians. Full accuracy places the axis
 // within a few metres of the series' own error (0.1" in the Moon: about 0.2 km at the

@@ -132,25 +132,23 @@ double Swe_Gamma(double jdUT) {
     return std::sqrt(cx * cx + cy * cy + cz * cz) / dn * eclipse::AU / eclipse::EarthRadius;
 }
 
-std::vector<Found> Swe_Solar() {
+// Every eclipse from 1900 to 2100 by the reference's search `when` (solar or lunar):
+// `contactSlots` names the slots of its times that hold our six contacts (0 for none).
+template <typename When, typename KindOf>
+std::vector<Found> Swe_Search(const When& when, const int (&contactSlots)[6],
+                              const KindOf& kindOf) {
     std::vector<Found> out;
     double t = swe_julday(1900, 1, 1, 0.0, SE_GREG_CAL);
     const double end = swe_julday(2101, 1, 1, 0.0, SE_GREG_CAL);
-    char err[256];
     for (;;) {
         double tret[10] = {};
-        const int type = swe_sol_eclipse_when_glob(t, SEFLG_SWIEPH, 0, tret, 0, err);
+        const int type = when(t, tret);
         if (type <= 0 || tret[0] >= end) break;
         Found f;
         f.max = Swe_TT(tret[0]);
-        f.contacts[0] = Swe_TT(tret[2]);
-        f.contacts[1] = Swe_TT(tret[3]);
-        f.contacts[2] = Swe_TT(tret[4]);
-        f.contacts[3] = Swe_TT(tret[5]);
-        f.kind = (type & SE_ECL_ANNULAR_TOTAL) ? Kind::Hybrid
-                 : (type & SE_ECL_TOTAL)       ? Kind::Total
-                 : (type & SE_ECL_ANNULAR)     ? Kind::Annular
-                                               : Kind::Partial;
+        for (int k = 0; k < 6; ++k)
+            if (contactSlots[k] != 0) f.contacts[k] = Swe_TT(tret[contactSlots[k]]);
+        f.kind = kindOf(type);
         f.gamma = Swe_Gamma(tret[0]);
         out.push_back(f);
         t = tret[0] + 20.0;
@@ -158,30 +156,31 @@ std::vector<Found> Swe_Solar() {
     return out;
 }
 
+std::vector<Found> Swe_Solar() {
+    const auto when = [](double t, double* tret) {
+        char err[256];
+        return swe_sol_eclipse_when_glob(t, SEFLG_SWIEPH, 0, tret, 0, err);
+    };
+    const auto kind = [](int type) {
+        return (type & SE_ECL_ANNULAR_TOTAL) ? Kind::Hybrid
+               : (type & SE_ECL_TOTAL)       ? Kind::Total
+               : (type & SE_ECL_ANNULAR)     ? Kind::Annular
+                                             : Kind::Partial;
+    };
+    return Swe_Search(when, {2, 3, 4, 5, 0, 0}, kind);
+}
+
 std::vector<Found> Swe_Lunar() {
-    std::vector<Found> out;
-    double t = swe_julday(1900, 1, 1, 0.0, SE_GREG_CAL);
-    const double end = swe_julday(2101, 1, 1, 0.0, SE_GREG_CAL);
-    char err[256];
-    for (;;) {
-        double tret[10] = {};
-        const int type = swe_lun_eclipse_when(t, SEFLG_SWIEPH, 0, tret, 0, err);
-        if (type <= 0 || tret[0] >= end) break;
-        Found f;
-        f.max = Swe_TT(tret[0]);
-        f.contacts[0] = Swe_TT(tret[6]);
-        f.contacts[1] = Swe_TT(tret[7]);
-        f.contacts[2] = Swe_TT(tret[2]);
-        f.contacts[3] = Swe_TT(tret[3]);
-        f.contacts[4] = Swe_TT(tret[4]);
-        f.contacts[5] = Swe_TT(tret[5]);
-        f.kind = (type & SE_ECL_TOTAL)     ? Kind::Total
-                 : (type & SE_ECL_PARTIAL) ? Kind::Partial
-                                           : Kind::Penumbral;
-        out.push_back(f);
-        t = tret[0] + 20.0;
-    }
-    return out;
+    const auto when = [](double t, double* tret) {
+        char err[256];
+        return swe_lun_eclipse_when(t, SEFLG_SWIEPH, 0, tret, 0, err);
+    };
+    const auto kind = [](int type) {
+        return (type & SE_ECL_TOTAL)     ? Kind::Total
+               : (type & SE_ECL_PARTIAL) ? Kind::Partial
+                                         : Kind::Penumbral;
+    };
+    return Swe_Search(when, {6, 7, 2, 3, 4, 5}, kind);
 }
 
 struct Comparison {
