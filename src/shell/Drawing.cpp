@@ -86,14 +86,26 @@ void Draw_Aligned(QPainter& p, const Rect& cell, const QString& text, int32_t al
 
 void Draw_3D_Frame(QPainter& p, const Rect& r, bool sunken) {
     const DrawingObjects& d = Drawing();
-    const QColor topLeft = sunken ? d.Shadow : d.Light;
-    const QColor bottomRight = sunken ? d.Light : d.Shadow;
-    p.setPen(topLeft);
-    p.drawLine(r.Left, r.Top, r.Right - 1, r.Top);
-    p.drawLine(r.Left, r.Top, r.Left, r.Bottom - 1);
-    p.setPen(bottomRight);
-    p.drawLine(r.Left, r.Bottom - 1, r.Right - 1, r.Bottom - 1);
-    p.drawLine(r.Right - 1, r.Top, r.Right - 1, r.Bottom - 1);
+    const QColor dark(64, 64, 64);
+    // Two lines on each side: the outer pair and the inner pair, light and shadow swapped
+    // between raised and sunken.
+    auto edge = [&](int inset, const QColor& topLeft, const QColor& bottomRight) {
+        const int l = r.Left + inset, t = r.Top + inset, rr = r.Right - 1 - inset,
+                  b = r.Bottom - 1 - inset;
+        p.setPen(topLeft);
+        p.drawLine(l, t, rr, t);
+        p.drawLine(l, t, l, b);
+        p.setPen(bottomRight);
+        p.drawLine(l, b, rr, b);
+        p.drawLine(rr, t, rr, b);
+    };
+    if (sunken) {
+        edge(0, d.Shadow, d.Light);
+        edge(1, dark, d.Face);
+    } else {
+        edge(0, d.Light, dark);
+        edge(1, d.Face, d.Shadow);
+    }
 }
 
 PictureForm::~PictureForm() {

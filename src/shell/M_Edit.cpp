@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cDates.h"
 
@@ -126,7 +127,7 @@ cDates* Dates() { return dynamic_cast<cDates*>(Edit.Control); }
 int32_t Month_From_Letters(const std::string& letters) {
     if (letters.empty()) return 0;
     for (int32_t m = 1; m <= 12; ++m) {
-        const std::string name = Month_Name(m, false);
+        const std::string name = Month_Name(m);
         bool match = letters.size() <= name.size();
         for (size_t i = 0; match && i < letters.size(); ++i)
             match = Upper(static_cast<unsigned char>(name[i])) == letters[i];
@@ -141,7 +142,7 @@ int32_t Month_From_Short_Name(const std::string& letters) {
     if (letters.size() > 3) return 1;
     if (letters.size() < 3) return 0;
     for (int32_t m = 1; m <= 12; ++m) {
-        const char* name = Month_Name(m, false);
+        const std::string name = Month_Name(m);
         if (Upper(static_cast<unsigned char>(name[0])) == letters[0] &&
             Upper(static_cast<unsigned char>(name[1])) == letters[1] &&
             Upper(static_cast<unsigned char>(name[2])) == letters[2])

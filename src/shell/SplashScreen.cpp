@@ -99,7 +99,8 @@ void SplashScreen::SetDates() {
     myJD_ = Shell.CurrentJD;
     myDates_.Set_Calendar(Shell.CalendarChoice != 0);
     myDates_.My_TZ_Bias(TZ_Bias);
-    myDates_.Test_Date_for_LMT_Change();
+    // MyTime tests the new date for calendar and zone; testing the old one first could move
+    // the calendar for a date that is no longer shown.
     myDates_.MyTime(Shell.CurrentJD + zone);
     myDates_.Paint_Dates(false);
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
@@ -17,29 +18,10 @@ constexpr int32_t kGroupGap = 16;    // between the date and the time groups
 constexpr int32_t kFramePad = 4;     // inside the 3-D frame
 constexpr int16_t kYearLimit = 9999;
 
-const char* const kMonthLong[] = {"January", "February", "March",     "April",
-                                  "May",     "June",     "July",      "August",
-                                  "September", "October", "November", "December"};
-const char* const kMonthShort[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-const char* const kDayLong[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                "Thursday", "Friday", "Saturday"};
-const char* const kDayShort[] = {"Sun", "Mon", "Tue", "Wed", "Thur", "Fri", "Sat"};
-
 // Floor division and its remainder, for carries of any sign.
 int32_t Floor_Div(int32_t a, int32_t b) { return a >= 0 ? a / b : -((-a + b - 1) / b); }
 
 }  // namespace
-
-const char* Month_Name(int32_t month, bool shortName) {
-    if (month < 1 || month > 12) month = 1;
-    return shortName ? kMonthShort[month - 1] : kMonthLong[month - 1];
-}
-
-const char* Weekday_Name(int32_t weekday, bool shortName) {
-    if (weekday < 1 || weekday > 7) weekday = 1;
-    return shortName ? kDayShort[weekday - 1] : kDayLong[weekday - 1];
-}
 
 cDates::cDates() { painted_.wYear = 0; }
 
@@ -266,7 +248,8 @@ bool cDates::MouseScroll(int32_t x, int32_t y, int32_t steps) {
 std::string cDates::Field_Text(const std::string& field) const {
     char buf[16];
     if (field == "Day") return std::to_string(MySystemTime.wDay);
-    if (field == "Month") return Month_Name(MySystemTime.wMonth, ShortNames != 0);
+    if (field == "Month")
+        return ShortNames ? Month_Short_Name(MySystemTime.wMonth) : Month_Name(MySystemTime.wMonth);
     if (field == "Year") return std::to_string(std::abs(MySystemTime.wYear));
     int32_t v = 0;
     if (field == "Hour") v = MySystemTime.wHour;
@@ -568,17 +551,6 @@ void cDates::MyTime(double dayCount) {
     Shared_JulDates = shared;
     MyJD = dayCount;
     Test_Date_for_LMT_Change();
-}
-
-void cDates::Set_LMT(const DateRecord& date, bool repaint) {
-    MySystemTime = date;
-    Validate();
-    if (RoundToMinute) {
-        if (MySystemTime.wSecond >= 30) Step_Minute(1);
-        MySystemTime.wSecond = 0;
-    }
-    My_JD();
-    if (repaint) Paint_Dates(true);
 }
 
 void cDates::InvalidAreaCheck(bool repaint) {

@@ -16,6 +16,7 @@
 namespace kelmoran {
 
 class cDates;
+struct DateControlState;
 
 // The widths measured once at start, in the strip's bold font, from which the label
 // rectangles are laid out; and the height of a title line.
@@ -101,6 +102,7 @@ public:
     int32_t Bias = 0;            // minutes, as TZ_Bias, for this control
     int16_t ShortNames = 0;      // narrow forms: "Thur", "Sep"
     int16_t IsShared = 0;        // this strip's calendar is the program-wide Shared_JulDates
+    int16_t FollowsSummerTime = -1;  // summer time moves this control's zone
     DatesForm Form = DatesForm::Standard;
     std::string Caption;         // text before the strip ("Moon Phases for ")
     int32_t MyWidth = 0;         // room the owner gives the strip, pixels
@@ -185,6 +187,8 @@ protected:
 private:
     void Validate();
     void Announce();
+    DateControlState Zone_State() const;
+    void Take_Zone_State(const DateControlState& s);
     void Step_Second(int32_t by);
     void Step_Minute(int32_t by);
     void Step_Hour(int32_t by);
@@ -195,9 +199,5 @@ private:
 
     DateRecord painted_;
 };
-
-// Month names, long and short, and weekday names, long and short (1 = Sunday).
-const char* Month_Name(int32_t month, bool shortName);
-const char* Weekday_Name(int32_t weekday, bool shortName);
 
 }  // namespace kelmoran

@@ -4,11 +4,15 @@
 #include <QMenu>
 #include <cstdlib>
 
+#include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
 
 namespace {
+
+// The weekday names of the narrow strips, 1 = Sunday.
+const char* const kNarrowWeekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thur", "Fri", "Sat"};
 
 // The date before which "Julian" stands under the date whatever the calendar.
 bool Before_Gregorian_Reform(const MySystemTime& t) {
@@ -58,10 +62,12 @@ void cDatesView::Draw(QPainter& p) {
         }
         if (MyDayReqd) {
             const int16_t weekday = Weekday_Of_JD(Calc_JD(t, JulDates != 0));
-            label(MyWeekdayLabel, Weekday_Name(weekday, ShortNames != 0), 0);
+            label(MyWeekdayLabel,
+                  ShortNames ? QString(kNarrowWeekdays[(weekday + 6) % 7]) : Q(Weekday_Name(weekday)),
+                  0);
         }
         label(MyDayLabel, QString::number(t.wDay));
-        label(MyMonthLabel, Month_Name(t.wMonth, ShortNames != 0));
+        label(MyMonthLabel, Q(Field_Text("Month")));
         label(MyYearLabel, QString::number(std::abs(t.wYear)));
         // "BC" for the years before Christ, "AD" for the early years after.
         if (t.wYear < 0) label(MyBClabel, "BC", 0);
