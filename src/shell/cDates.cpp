@@ -13,10 +13,11 @@ DateMetrics Date_Metrics;
 
 namespace {
 
-constexpr int32_t kGap = 4;          // between the labels of a group
+constexpr int32_t kGap = 6;          // between the labels of a group
 constexpr int32_t kGroupGap = 16;    // between the date and the time groups
 constexpr int32_t kFramePad = 4;     // inside the 3-D frame
 constexpr int16_t kYearLimit = 9999;
+constexpr double kGregorianReform = -152383.5;  // 15 October 1582, 00:00
 
 // Floor division and its remainder, for carries of any sign.
 int32_t Floor_Div(int32_t a, int32_t b) { return a >= 0 ? a / b : -((-a + b - 1) / b); }
@@ -289,19 +290,23 @@ void cDates::Menu_Choice(const std::string& caption) {
     if (caption == "AD" || caption == "BC") {
         ChangeAD_BC();
     } else if (caption == "Use Julian Calender" || caption == "Use Gregorian Calender") {
-        const bool julian = caption == "Use Julian Calender";
-        Set_Calendar(julian);
         // Before 15 October 1582 the calendar stays Julian.
-        Test_Date_for_LMT_Change();
-        if (MyOwner) MyOwner->MyDates_CalenderChg(*this, JulDates != 0);
-        My_JD();
-        Paint_Dates(false);
+        const bool julian = caption == "Use Julian Calender" || Before_Reform();
+        if (julian == (JulDates != 0)) return;
+        Set_Calendar(julian);
+        if (MyOwner) MyOwner->MyDates_CalenderChg(*this, julian);
+        // The fields stay as they are and are read in the new calendar.
+        CalcDates();
     } else if (caption == "Time Zone") {
         if (MyOwner) MyOwner->Open_Time_Options();
     }
 }
 
 // ---------------------------------------------------------------- calendar
+
+bool cDates::Before_Reform() const {
+    return Calc_JD(MySystemTime, false) < kGregorianReform;
+}
 
 void cDates::Set_Calendar(bool julian) {
     JulDates = julian ? kTrue : kFalse;

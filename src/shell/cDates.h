@@ -167,6 +167,8 @@ public:
     double My_JD();
     // Invalidates the labels that changed since the last paint; `repaint` paints at once.
     void InvalidAreaCheck(bool repaint);
+    // The date lies before 15 October 1582, when the Gregorian calendar began.
+    bool Before_Reform() const;
     // Sets the calendar, keeping the program-wide copy when this strip is the shared one.
     void Set_Calendar(bool julian);
 

@@ -14,12 +14,6 @@ namespace {
 // The weekday names of the narrow strips, 1 = Sunday.
 const char* const kNarrowWeekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thur", "Fri", "Sat"};
 
-// The date before which "Julian" stands under the date whatever the calendar.
-bool Before_Gregorian_Reform(const MySystemTime& t) {
-    if (t.wYear != 1582) return t.wYear < 1582;
-    return t.wMonth < 10 || (t.wMonth == 10 && t.wDay < 15);
-}
-
 }  // namespace
 
 void cDatesView::Invalidate(const Rect& r) {
@@ -75,7 +69,7 @@ void cDatesView::Draw(QPainter& p) {
         if (!MyJulianLabel.Empty()) {
             p.setFont(d.Normal);
             p.setPen(ink);
-            const bool julian = JulDates || Before_Gregorian_Reform(t);
+            const bool julian = JulDates || Before_Reform();
             Draw_Aligned(p, MyJulianLabel.Offset(0, dy), julian ? "Julian       " : "", 0);
             p.setFont(d.Large);
         }

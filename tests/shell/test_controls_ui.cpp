@@ -103,6 +103,7 @@ protected:
 
 TEST_F(MainStrip, LettersAndDigitsTypedIntoTheStripReachCurrentJD) {
     Show(Date(2010, 7, 4, 9, 15, 30));
+    Shell.Up_To_Date(screen_key::AltAz) = kTrue;
     Click("Month");
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Month");
@@ -111,6 +112,10 @@ TEST_F(MainStrip, LettersAndDigitsTypedIntoTheStripReachCurrentJD) {
     EXPECT_FALSE(Edit.Editing);
     Expect_Moment(Date(2010, 3, 4, 9, 15, 30));
     EXPECT_NE(splash->Lines()[0].Value.find("March"), std::string::npos);
+    // The change went round by Update_All_Screens: Main counts as up to date, the others
+    // are to catch up.
+    EXPECT_EQ(Shell.Up_To_Date(screen_key::AltAz), kFalse);
+    EXPECT_EQ(Shell.Up_To_Date(screen_key::Splash), kTrue);
 
     Click("Month");
     Type("J");
@@ -219,6 +224,15 @@ TEST_F(MainStrip, ThePopUpChangesBCToADAndTheCalendarPast1900) {
     QTest::mouseClick(client, Qt::RightButton, {}, Centre(Strip().MyLMTlabel));
     EXPECT_EQ(offered, (std::vector<std::string>{"Use Julian Calender", "BC", "Time Zone"}));
     EXPECT_EQ(Shell.CalendarChoice, kTrue);
+    Expect_Moment(Date(3000, 6, 1), true);  // the same fields, read in the Julian calendar
+    // Before the reform the Gregorian calendar cannot be chosen.
+    Show(Date(1500, 6, 1), true);
+    Strip().Menu_Chooser = [](const std::vector<std::string>&) {
+        return std::string("Use Gregorian Calender");
+    };
+    Click("Day", Qt::RightButton);
+    EXPECT_EQ(Shell.CalendarChoice, kTrue);
+    Expect_Moment(Date(1500, 6, 1), true);
 }
 
 TEST_F(MainStrip, TheWheelStepsTheFieldUnderTheMouse) {
