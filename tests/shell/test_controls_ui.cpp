@@ -58,7 +58,9 @@ int Dark_Pixels(const QImage& image, const QRect& r) {
 class MainStrip : public ::testing::Test {
 protected:
     void SetUp() override {
+        // A fixed zone: no summer time moves the strip's zone under these tests.
         TZ_Bias = 0;
+        Settings.AutoTimeZone = 0;
         w.resize(1000, 600);
         w.show();
         QApplication::processEvents();
