@@ -15,7 +15,7 @@ namespace {
 
 constexpr int32_t kGap = 6;          // between the labels of a group
 constexpr int32_t kGroupGap = 16;    // between the date and the time groups
-constexpr int32_t kFramePad = 4;     // inside the 3-D frame
+constexpr int32_t kFramePad = 6;     // inside the 3-D frame
 constexpr int16_t kYearLimit = 9999;
 constexpr double kGregorianReform = -152383.5;  // 15 October 1582, 00:00
 

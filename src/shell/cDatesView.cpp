@@ -32,8 +32,13 @@ void cDatesView::Draw(QPainter& p) {
     const Rect frame = MyFrame.Offset(0, dy);
     p.fillRect(To_QRect(frame), d.Face);
     Draw_3D_Frame(p, frame, false);
-    if (!MyDateGrid.Empty()) Draw_3D_Frame(p, MyDateGrid.United(MyWeekdayLabel).Offset(0, dy), true);
-    if (!MyTimeGrid.Empty()) Draw_3D_Frame(p, MyTimeGrid.Offset(0, dy), true);
+    // The two groups in sunken outlines a little outside their labels.
+    auto outline = [&](const Rect& r) {
+        if (!r.Empty())
+            Draw_3D_Frame(p, {r.Left - 3, r.Top - 2 + dy, r.Right + 3, r.Bottom + 2 + dy}, true);
+    };
+    outline(MyDateGrid.United(MyWeekdayLabel));
+    outline(MyTimeGrid);
 
     const QColor ink = MyDateIsDisabled ? d.Shadow : QColor(Qt::black);
     const auto& t = MySystemTime;
