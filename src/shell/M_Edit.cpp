@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string_view>
 
 #include "settings/M_Formatting.h"
@@ -105,6 +106,17 @@ void Put(char c, bool overtype) {
         Edit.Buffer.insert(at, 1, c);
     }
     ++Edit.Position;
+}
+
+// Left, Right, Home, End and Backspace in a field typed at its caret; true if the key was
+// one of them.
+bool Caret_Or_Back_Key(int32_t key) {
+    if (!Move_Caret(key)) {
+        if (key != vk::Back) return false;
+        Back_Space();
+    }
+    Redraw();
+    return true;
 }
 
 void Commit(double value, const std::string& text) {
@@ -475,15 +487,7 @@ std::string Angle_Display() {
 // A decimal number typed at the caret: up to `whole` digits before one "." or "," and up
 // to `places` after it. A key that would break the form beeps.
 void Number_Key(int32_t key, int32_t whole, int32_t places) {
-    if (Move_Caret(key)) {
-        Redraw();
-        return;
-    }
-    if (key == vk::Back) {
-        Back_Space();
-        Redraw();
-        return;
-    }
+    if (Caret_Or_Back_Key(key)) return;
     if (Edit.Buffer == "0" && Is_Digit(key)) {  // a lone leading zero gives way
         Edit.Buffer.clear();
         Edit.Position = 0;
@@ -509,91 +513,63 @@ void Number_Key(int32_t key, int32_t whole, int32_t places) {
     Redraw();
 }
 
-std::string Fixed(double v, int places) {
-    char buf[48];
-    std::snprintf(buf, sizeof buf, "%.*f", places, v);
-    return buf;
+// Enter or the commit key on a number field: a typed number, with its sign, is handed to
+// `commit`. Returns false for any other key.
+bool Number_Commit_Key(int32_t key, const std::function<void(double)>& commit) {
+    if (key != vk::Return && key != vk::Commit) return false;
+    if (!Edit.Buffer.empty()) commit(Edit.Sign * Decimal_Value(Edit.Buffer));
+    Commit_Key_Done(key);
+    return true;
 }
 
-// Speed by "#0.00", "#0.0#" or "#0.##": two places when the hundredths are wanted, else one.
-std::string Speed_Text(double v) {
-    const double tenths = std::nearbyint(v * 10.0) / 10.0;
-    return std::fabs(tenths - v) < 1e-9 ? Fixed(v, 1) : Fixed(v, 2);
+// "+" or "-" in a field that has a sign: the sign is set, and a bare sign shows a 0.
+void Sign_Key(int32_t key) {
+    Edit.Sign = key == '-' ? -1 : 1;
+    if (Edit.Buffer.empty()) {
+        Edit.Buffer = "0";
+        Edit.Position = 1;
+    }
+    Redraw();
 }
+
+// Speed by "#0.0#": two places when the hundredths are wanted, else one.
+std::string Speed_Text(double v) { return Format_Number(v, mask::SpeedFlexible); }
 
 void Speed_Handler(int32_t key) {
-    if (key == vk::Return || key == vk::Commit) {
-        if (!Edit.Buffer.empty()) {
-            const double v = Decimal_Value(Edit.Buffer);
-            Commit(v, Speed_Text(v));
-        }
-        Commit_Key_Done(key);
-        return;
-    }
+    if (Number_Commit_Key(key, [](double v) { Commit(v, Speed_Text(v)); })) return;
     Number_Key(key, 2, 2);
 }
 
 // The Clocks zone field: "Z" and the sign stand in front of the number of hours.
 void Zone_Handler(int32_t key) {
-    if (key == vk::Return || key == vk::Commit) {
-        if (!Edit.Buffer.empty()) {
-            const double hours = Edit.Sign * Decimal_Value(Edit.Buffer);
-            if (std::fabs(hours) > 12.0) {
-                Beep();
-            } else {
-                std::string text = hours == 0 ? "GMT"
-                                              : std::string(Edit.Sign < 0 ? "Z-" : "Z+") +
-                                                    Speed_Text(std::fabs(hours));
-                Commit(hours, text);
-            }
+    const bool done = Number_Commit_Key(key, [](double hours) {
+        if (std::fabs(hours) > 12.0) {
+            Beep();
+            return;
         }
-        Commit_Key_Done(key);
-        return;
-    }
-    if (key == 'Z' || key == 'z') return;  // the prefix always stands
+        const std::string sign = hours < 0 ? "Z-" : "Z+";
+        Commit(hours, hours == 0 ? std::string("GMT") : sign + Speed_Text(std::fabs(hours)));
+    });
+    if (done || key == 'Z' || key == 'z') return;  // the prefix always stands
     if (key == '+' || key == '-') {
-        Edit.Sign = key == '+' ? 1 : -1;
-        if (Edit.Buffer.empty()) {
-            Edit.Buffer = "0";
-            Edit.Position = 1;
-        }
-        Redraw();
+        Sign_Key(key);
         return;
     }
     Number_Key(key, 2, 2);
 }
 
 void Distance_Handler(int32_t key) {
-    if (key == vk::Return || key == vk::Commit) {
-        if (!Edit.Buffer.empty()) {
-            const double v = Decimal_Value(Edit.Buffer);
-            Commit(v, Fixed(v, 1));
-        }
-        Commit_Key_Done(key);
-        return;
-    }
+    if (Number_Commit_Key(key, [](double v) { Commit(v, Format_Number(v, "0.0")); })) return;
     Number_Key(key, 5, 1);
 }
 
 // The values of the Observer and Options fields: one decimal place; a sign for the fields
 // that can be below zero.
 void Real_Handler(int32_t key) {
-    if (key == vk::Return || key == vk::Commit) {
-        if (!Edit.Buffer.empty()) {
-            const double v = Edit.Sign * Decimal_Value(Edit.Buffer);
-            Commit(v, Fixed(v, 1));
-        }
-        Commit_Key_Done(key);
-        return;
-    }
+    if (Number_Commit_Key(key, [](double v) { Commit(v, Format_Number(v, "0.0")); })) return;
     if (key == '-' || key == '+') {
         if (Is_One_Of(Edit.Field, {"IndexError", "Temp"})) {
-            Edit.Sign = key == '-' ? -1 : 1;
-            if (Edit.Buffer.empty()) {
-                Edit.Buffer = "0";
-                Edit.Position = 1;
-            }
-            Redraw();
+            Sign_Key(key);
         } else {
             Beep();
         }
@@ -702,15 +678,7 @@ void Free_Text_Handler(int32_t key) {
         Edit.Buffer = Edit.Text;
         if (key == -vk::End || key == vk::Back) Edit.Position = Buffer_Size();
     }
-    if (Move_Caret(key)) {
-        Redraw();
-        return;
-    }
-    if (key == vk::Back) {
-        Back_Space();
-        Redraw();
-        return;
-    }
+    if (Caret_Or_Back_Key(key)) return;
     if (key < 32 || key > 255) return;
     if (Edit.Field == "ID" && Buffer_Size() >= 6) {
         Beep();
@@ -796,15 +764,7 @@ void Small_Number_Handler(int32_t key) {
         Commit_Key_Done(key);
         return;
     }
-    if (Move_Caret(key)) {
-        Redraw();
-        return;
-    }
-    if (key == vk::Back) {
-        Back_Space();
-        Redraw();
-        return;
-    }
+    if (Caret_Or_Back_Key(key)) return;
     if (!Is_Digit(key)) return;
     if (Edit.Field == "Hour" && Edit.Buffer.empty() && key > '1') {
         Beep();

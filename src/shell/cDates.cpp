@@ -35,68 +35,51 @@ cDates::~cDates() {
 
 // ---------------------------------------------------------------- configuration
 
-void cDates::Configure_Standard_Dates(bool minutesOnly, cDatesOwner* owner, int32_t width) {
+void cDates::Configure(DatesForm form, cDatesOwner* owner, int32_t width, int32_t x, int32_t y) {
     MyOwner = owner;
-    Form = DatesForm::Standard;
+    Form = form;
+    MyWidth = width;
+    Position_DateGrid(x, y);
+}
+
+void cDates::Configure_Standard_Dates(bool minutesOnly, cDatesOwner* owner, int32_t width) {
     MyDayReqd = kTrue;
     RoundToMinute = minutesOnly ? kTrue : kFalse;
     ClipSeconds = RoundToMinute;
-    MyWidth = width;
-    Position_DateGrid(152, 5);
+    Configure(DatesForm::Standard, owner, width, 152, 5);
 }
 
 void cDates::Configure_Lunation_Dates(cDatesOwner* owner, int32_t width) {
-    MyOwner = owner;
-    Form = DatesForm::Lunation;
     Caption = "Moon Phases for ";
     ClipTime = kTrue;
-    MyWidth = width;
-    Position_DateGrid(152, 5);
+    Configure(DatesForm::Lunation, owner, width, 152, 5);
 }
 
 void cDates::Configure_NavPlan_Dates(int32_t index, cDatesOwner* owner) {
-    MyOwner = owner;
-    Form = DatesForm::NavPlan;
     MyIndex = index;
-    RoundToMinute = kTrue;
-    ClipSeconds = kTrue;
-    ShortNames = kTrue;
-    Position_DateGrid(0, 0);
+    RoundToMinute = ClipSeconds = ShortNames = kTrue;
+    Configure(DatesForm::NavPlan, owner, 0, 0, 0);
 }
 
 void cDates::Configure_Sight_Dates(cDatesOwner* owner, int32_t width) {
-    MyOwner = owner;
-    Form = DatesForm::Sight;
-    ShortNames = kTrue;
-    MyDayReqd = kTrue;
-    MyWidth = width;
-    Position_DateGrid(125, 2);
+    ShortNames = MyDayReqd = kTrue;
+    Configure(DatesForm::Sight, owner, width, 125, 2);
 }
 
 void cDates::Configure_for_DTG(int32_t index, cDatesOwner* owner) {
-    MyOwner = owner;
-    Form = DatesForm::DTG;
     MyIndex = index;
-    MyDTGstatus = kTrue;
-    RoundToMinute = kTrue;
-    ClipSeconds = kTrue;
-    Position_DateGrid(0, 0);
+    MyDTGstatus = RoundToMinute = ClipSeconds = kTrue;
+    Configure(DatesForm::DTG, owner, 0, 0, 0);
 }
 
 void cDates::Configure_Almanac_Dates(cDatesOwner* owner, int32_t width) {
-    MyOwner = owner;
-    Form = DatesForm::Almanac;
     MyDayReqd = kTrue;
-    MyWidth = width;
-    Position_DateGrid(152, 5);
+    Configure(DatesForm::Almanac, owner, width, 152, 5);
 }
 
 void cDates::Configure_StarPlot_Dates(cDatesOwner* owner, int32_t width) {
-    MyOwner = owner;
-    Form = DatesForm::StarPlot;
     ShortNames = kTrue;
-    MyWidth = width;
-    Position_DateGrid(25, 2);
+    Configure(DatesForm::StarPlot, owner, width, 25, 2);
 }
 
 void cDates::Clip_Seconds(bool on) {

@@ -187,6 +187,7 @@ protected:
     void Remember_Painted() { painted_ = MySystemTime; }
 
 private:
+    void Configure(DatesForm form, cDatesOwner* owner, int32_t width, int32_t x, int32_t y);
     void Validate();
     void Announce();
     DateControlState Zone_State() const;

@@ -11,6 +11,7 @@
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
 #include "shell/M_Edit.h"
+#include "shell/Date_Record.h"
 #include "shell/SplashScreen.h"
 #include "shell/cDatesView.h"
 #include "shell/cLatLongView.h"
@@ -23,16 +24,7 @@ namespace {
 
 constexpr double kDeg = 57.2957795130823;
 
-MySystemTime Date(int y, int m, int d, int h = 12, int mi = 0, int s = 0) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = static_cast<int16_t>(h);
-    t.wMinute = static_cast<int16_t>(mi);
-    t.wSecond = static_cast<int16_t>(s);
-    return t;
-}
+using testing_dates::Date;
 
 QPoint Centre(const Rect& r) { return QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2); }
 

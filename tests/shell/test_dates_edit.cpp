@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "shell/M_Edit.h"
+#include "shell/Date_Record.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cDates.h"
 
@@ -40,16 +41,7 @@ public:
     std::vector<int32_t> zones;
 };
 
-MySystemTime Date(int y, int m, int d, int h = 12, int mi = 0, int s = 0) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = static_cast<int16_t>(h);
-    t.wMinute = static_cast<int16_t>(mi);
-    t.wSecond = static_cast<int16_t>(s);
-    return t;
-}
+using testing_dates::Date;
 
 // The date and time of a record, for comparisons that leave out the weekday.
 std::string S(const MySystemTime& t) {
