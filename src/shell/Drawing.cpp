@@ -48,9 +48,12 @@ const DrawingObjects& Drawing() {
 const QFont& Font_Of(FontKind kind) {
     const DrawingObjects& d = Drawing();
     switch (kind) {
-        case FontKind::Bold: return d.Bold;
-        case FontKind::Large: return d.Large;
-        default: return d.Normal;
+        case FontKind::Bold:
+            return d.Bold;
+        case FontKind::Large:
+            return d.Large;
+        default:
+            return d.Normal;
     }
 }
 

@@ -38,8 +38,12 @@ const QFont& Font_Of(FontKind kind);
 // "September", "June") in the strip's font and fills Date_Metrics and the row height.
 void Measure_Fixed_Layout();
 
-inline QRect To_QRect(const Rect& r) { return QRect(r.Left, r.Top, r.Width(), r.Height()); }
-inline QString Q(const std::string& s) { return QString::fromStdString(s); }
+inline QRect To_QRect(const Rect& r) {
+    return QRect(r.Left, r.Top, r.Width(), r.Height());
+}
+inline QString Q(const std::string& s) {
+    return QString::fromStdString(s);
+}
 
 // Text drawn in a rectangle by the edit engine's alignment (0 left, 1 centred, 2 right),
 // at the same offsets that Caret_X measures.
@@ -51,7 +55,7 @@ void Draw_3D_Frame(QPainter& p, const Rect& r, bool sunken);
 // A form whose client area shows an off-screen picture: the canvas of the edits opened on
 // it. Painting never erases: the picture is drawn over and copied to the window.
 class PictureForm : public EditCanvas {
-public:
+  public:
     ~PictureForm() override;
 
     int32_t Text_Width(FontKind font, const std::string& text) override;

@@ -20,9 +20,15 @@ namespace {
 
 constexpr double kDegreesPerRadian = 57.2957795130823;
 
-bool Is_Digit(int32_t k) { return k >= '0' && k <= '9'; }
-bool Is_Letter(int32_t k) { return (k >= 'A' && k <= 'Z') || (k >= 'a' && k <= 'z'); }
-int32_t Upper(int32_t k) { return (k >= 'a' && k <= 'z') ? k - 32 : k; }
+bool Is_Digit(int32_t k) {
+    return k >= '0' && k <= '9';
+}
+bool Is_Letter(int32_t k) {
+    return (k >= 'A' && k <= 'Z') || (k >= 'a' && k <= 'z');
+}
+int32_t Upper(int32_t k) {
+    return (k >= 'a' && k <= 'z') ? k - 32 : k;
+}
 bool Is_One_Of(std::string_view s, std::initializer_list<std::string_view> set) {
     for (std::string_view x : set)
         if (s == x) return true;
@@ -37,7 +43,9 @@ void Redraw() {
     if (Edit.Form) Edit.Form->Repaint_Edit(Edit.Cell);
 }
 
-int32_t Buffer_Size() { return static_cast<int32_t>(Edit.Buffer.size()); }
+int32_t Buffer_Size() {
+    return static_cast<int32_t>(Edit.Buffer.size());
+}
 
 // Whole number of a digit string; empty gives 0. Strings here are at most a few digits.
 int32_t Digits_Value(const std::string& s) {
@@ -82,9 +90,14 @@ bool Move_Caret(int32_t key) {
             if (Edit.Position < Buffer_Size()) ++Edit.Position;
             while (Is_Continuation(Edit.Buffer, Edit.Position)) ++Edit.Position;
             return true;
-        case -vk::Home: Edit.Position = 0; return true;
-        case -vk::End: Edit.Position = Buffer_Size(); return true;
-        default: return false;
+        case -vk::Home:
+            Edit.Position = 0;
+            return true;
+        case -vk::End:
+            Edit.Position = Buffer_Size();
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -133,7 +146,9 @@ void Commit_Key_Done(int32_t key) {
 
 // ---------------------------------------------------------------- dates
 
-cDates* Dates() { return dynamic_cast<cDates*>(Edit.Control); }
+cDates* Dates() {
+    return dynamic_cast<cDates*>(Edit.Control);
+}
 
 // Names of the months as typed: the first month whose name begins with the letters.
 int32_t Month_From_Letters(const std::string& letters) {
@@ -500,7 +515,8 @@ void Number_Key(int32_t key, int32_t whole, int32_t places) {
         return;
     }
     const size_t dot = next.find('.');
-    const size_t dots = dot == std::string::npos ? 0 : 1 + (next.find('.', dot + 1) != std::string::npos);
+    const size_t dots =
+        dot == std::string::npos ? 0 : 1 + (next.find('.', dot + 1) != std::string::npos);
     const size_t before = dot == std::string::npos ? next.size() : dot;
     const size_t after = dot == std::string::npos ? 0 : next.size() - dot - 1;
     if (dots > 1 || before > static_cast<size_t>(whole) || after > static_cast<size_t>(places) ||
@@ -533,7 +549,9 @@ void Sign_Key(int32_t key) {
 }
 
 // Speed by "#0.0#": two places when the hundredths are wanted, else one.
-std::string Speed_Text(double v) { return Format_Number(v, mask::SpeedFlexible); }
+std::string Speed_Text(double v) {
+    return Format_Number(v, mask::SpeedFlexible);
+}
 
 void Speed_Handler(int32_t key) {
     if (Number_Commit_Key(key, [](double v) { Commit(v, Speed_Text(v)); })) return;
@@ -583,7 +601,9 @@ void Real_Handler(int32_t key) {
 // The course mask "000°.0": three digits, then the tenths, typed over in place.
 constexpr int32_t kCourseDigits = 4;
 
-bool Course_Suffix_Shown() { return Edit.Field == "Course" && Edit.Class == "CellEdit"; }
+bool Course_Suffix_Shown() {
+    return Edit.Field == "Course" && Edit.Class == "CellEdit";
+}
 
 void Course_Start() {
     if (!Edit.Buffer.empty()) return;
@@ -656,7 +676,9 @@ void Course_Handler(int32_t key) {
 
 // Index in the course's display of digit `i` of the Buffer: "000°.0" has the degree sign
 // (two bytes) and the point between the third digit and the tenths.
-int32_t Course_Display_Index(int32_t i) { return i < 3 ? i : i + 3; }
+int32_t Course_Display_Index(int32_t i) {
+    return i < 3 ? i : i + 3;
+}
 
 std::string Course_Display() {
     std::string s = Edit.Buffer.substr(0, 3) + "\u00B0." + Edit.Buffer.substr(3, 1);
@@ -699,11 +721,16 @@ void Free_Text_Handler(int32_t key) {
 // Way-point numbers 1 .. 999, or the letter codes of a fix.
 const char* Way_Point_Code(int32_t key) {
     switch (Upper(key)) {
-        case 'R': return "Ra";
-        case 'G': return "GPS";
-        case 'V': return "Vis";
-        case 'F': return "Fix";
-        default: return nullptr;
+        case 'R':
+            return "Ra";
+        case 'G':
+            return "GPS";
+        case 'V':
+            return "Vis";
+        case 'F':
+            return "Fix";
+        default:
+            return nullptr;
     }
 }
 
@@ -863,7 +890,8 @@ std::string Groups_Display() {
 }  // namespace
 
 EditHandler Edit_Handler_For(const std::string& editClass, const std::string& field) {
-    if (editClass == "Observer" && Is_One_Of(field, {"Course", "Dip"})) return EditHandler::RealNumber;
+    if (editClass == "Observer" && Is_One_Of(field, {"Course", "Dip"}))
+        return EditHandler::RealNumber;
     if (Is_One_Of(editClass, {"Tb_Voyage", "Tb_Time"})) return EditHandler::SmallNumber;
     if (editClass == "Dates") return EditHandler::Date;
     if (Is_One_Of(field, {"Alt", "Lat", "Long", "SHA", "Dec"})) return EditHandler::Angle;
@@ -933,18 +961,40 @@ void End_Edit(bool closing) {
 void Edit_Dispatch(int32_t key) {
     if (!Edit.Editing) return;
     switch (Edit.Handler) {
-        case EditHandler::Date: Date_Handler(key); break;
-        case EditHandler::Angle: Angle_Handler(key); break;
-        case EditHandler::Zone: Zone_Handler(key); break;
-        case EditHandler::Speed: Speed_Handler(key); break;
-        case EditHandler::Course: Course_Handler(key); break;
-        case EditHandler::FreeText: Free_Text_Handler(key); break;
-        case EditHandler::WayPoint: Way_Point_Handler(key); break;
-        case EditHandler::Distance: Distance_Handler(key); break;
+        case EditHandler::Date:
+            Date_Handler(key);
+            break;
+        case EditHandler::Angle:
+            Angle_Handler(key);
+            break;
+        case EditHandler::Zone:
+            Zone_Handler(key);
+            break;
+        case EditHandler::Speed:
+            Speed_Handler(key);
+            break;
+        case EditHandler::Course:
+            Course_Handler(key);
+            break;
+        case EditHandler::FreeText:
+            Free_Text_Handler(key);
+            break;
+        case EditHandler::WayPoint:
+            Way_Point_Handler(key);
+            break;
+        case EditHandler::Distance:
+            Distance_Handler(key);
+            break;
         case EditHandler::Duration:
-        case EditHandler::Eta: Groups_Handler(key); break;
-        case EditHandler::SmallNumber: Small_Number_Handler(key); break;
-        case EditHandler::RealNumber: Real_Handler(key); break;
+        case EditHandler::Eta:
+            Groups_Handler(key);
+            break;
+        case EditHandler::SmallNumber:
+            Small_Number_Handler(key);
+            break;
+        case EditHandler::RealNumber:
+            Real_Handler(key);
+            break;
     }
 }
 
@@ -954,13 +1004,17 @@ bool Edit_Key_Down(int32_t virtualKey) {
         case vk::Left:
         case vk::Right:
         case vk::Home:
-        case vk::End: Edit_Dispatch(-virtualKey); return true;
+        case vk::End:
+            Edit_Dispatch(-virtualKey);
+            return true;
         case vk::Delete:
             Edit_Dispatch(-vk::Right);
             Edit_Dispatch(vk::Back);
             return true;
         case vk::Back:
-        case vk::Return: Edit_Dispatch(virtualKey); return true;
+        case vk::Return:
+            Edit_Dispatch(virtualKey);
+            return true;
         case vk::Tab:
             if (Edit.Handler == EditHandler::Date) {
                 Edit_Dispatch(vk::Tab);
@@ -973,8 +1027,11 @@ bool Edit_Key_Down(int32_t virtualKey) {
                 return true;
             }
             return false;
-        case vk::Escape: Edit_Escape(); return true;
-        default: return false;
+        case vk::Escape:
+            Edit_Escape();
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -991,14 +1048,18 @@ void Edit_Escape() {
 
 std::string Edit_Display_Text() {
     switch (Edit.Handler) {
-        case EditHandler::Angle: return Edit.Buffer.empty() ? Edit.Text : Angle_Display();
-        case EditHandler::Course: return Edit.Buffer.empty() ? Edit.Text : Course_Display();
+        case EditHandler::Angle:
+            return Edit.Buffer.empty() ? Edit.Text : Angle_Display();
+        case EditHandler::Course:
+            return Edit.Buffer.empty() ? Edit.Text : Course_Display();
         case EditHandler::Duration:
-        case EditHandler::Eta: return Edit.Buffer.empty() ? Edit.Text : Groups_Display();
+        case EditHandler::Eta:
+            return Edit.Buffer.empty() ? Edit.Text : Groups_Display();
         case EditHandler::Zone:
             return Edit.Buffer.empty() ? Edit.Text
                                        : std::string(Edit.Sign < 0 ? "Z-" : "Z+") + Edit.Buffer;
-        default: return Edit.Buffer.empty() ? Edit.Text : Edit.Buffer;
+        default:
+            return Edit.Buffer.empty() ? Edit.Text : Edit.Buffer;
     }
 }
 
@@ -1011,16 +1072,17 @@ int32_t Edit_Caret_Index() {
         case EditHandler::Eta: {
             // The caret follows what has been typed: before the hemisphere or at the end.
             size_t end = shown.size();
-            if (Edit.Handler == EditHandler::Angle &&
-                Is_One_Of(Edit.Field, {"Lat", "Dec", "Long"}))
+            if (Edit.Handler == EditHandler::Angle && Is_One_Of(Edit.Field, {"Lat", "Dec", "Long"}))
                 end -= 2;
             return static_cast<int32_t>(end);
         }
         case EditHandler::Course:
             return Course_Display_Index(Edit.Position < kCourseDigits ? Edit.Position : 3) +
                    (Edit.Position >= kCourseDigits ? 1 : 0);
-        case EditHandler::Zone: return 2 + Edit.Position;
-        default: return Edit.Position;
+        case EditHandler::Zone:
+            return 2 + Edit.Position;
+        default:
+            return Edit.Position;
     }
 }
 
@@ -1031,9 +1093,12 @@ int32_t Caret_X() {
     const int32_t before =
         Edit.Form->Text_Width(Edit.Font, shown.substr(0, static_cast<size_t>(Edit_Caret_Index())));
     switch (Edit.Alignment) {
-        case 1: return Edit.Cell.Left + (Edit.Cell.Width() - full) / 2 + before;
-        case 2: return Edit.Cell.Right - 2 - full + before;
-        default: return Edit.Cell.Left + 2 + before;
+        case 1:
+            return Edit.Cell.Left + (Edit.Cell.Width() - full) / 2 + before;
+        case 2:
+            return Edit.Cell.Right - 2 - full + before;
+        default:
+            return Edit.Cell.Left + 2 + before;
     }
 }
 
@@ -1043,8 +1108,11 @@ void Edit_Click(int32_t x) {
         case EditHandler::Angle:
         case EditHandler::Duration:
         case EditHandler::Eta:
-        case EditHandler::Zone: return;  // the caret follows the typing in these
-        case EditHandler::Course: Course_Start(); break;
+        case EditHandler::Zone:
+            return;  // the caret follows the typing in these
+        case EditHandler::Course:
+            Course_Start();
+            break;
         case EditHandler::FreeText:
             if (Edit.Buffer.empty()) Edit.Buffer = Edit.Text;
             break;

@@ -39,7 +39,7 @@ struct EditSession;
 // The form on which an edit is drawn: it measures text in its fonts, repaints the cell
 // with the edit's text and caret, and sounds the beep.
 class EditCanvas {
-public:
+  public:
     virtual ~EditCanvas() = default;
     // Width in pixels of `text` (UTF-8) in `font`.
     virtual int32_t Text_Width(FontKind font, const std::string& text) = 0;
@@ -50,7 +50,7 @@ public:
 
 // The control that gets the result of an edit: a date strip, a lat/long pair, a screen.
 class cEditTarget {
-public:
+  public:
     virtual ~cEditTarget() = default;
     // The edit of `s.Field` committed: `value` in the field's unit (radians for angles,
     // degrees for courses, knots, miles, days, hours of a zone, the field's number for
@@ -61,30 +61,40 @@ public:
 
 // What the owner fills before Begin_Edit.
 struct EditRequest {
-    EditCanvas* Form = nullptr;       // window that gets the repaints
-    cEditTarget* Control = nullptr;   // control that gets the result
-    std::string Class;                // "CellEdit", "Dates", "Observer", "Options", ...
-    std::string Field;                // "Day", "Lat", "Speed", "WptNo", ...
-    Rect Cell;                        // the cell, window pixels
+    EditCanvas* Form = nullptr;      // window that gets the repaints
+    cEditTarget* Control = nullptr;  // control that gets the result
+    std::string Class;               // "CellEdit", "Dates", "Observer", "Options", ...
+    std::string Field;               // "Day", "Lat", "Speed", "WptNo", ...
+    Rect Cell;                       // the cell, window pixels
     FontKind Font = FontKind::Normal;
-    int32_t Alignment = 0;            // 0 left, 1 centred, 2 right
-    double Value = 0.0;               // numeric start value
-    std::string Text;                 // start text as formatted for the field
-    int32_t Row = 0;                  // owner's row or index
+    int32_t Alignment = 0;  // 0 left, 1 centred, 2 right
+    double Value = 0.0;     // numeric start value
+    std::string Text;       // start text as formatted for the field
+    int32_t Row = 0;        // owner's row or index
 };
 
 // The handlers of the engine.
 enum class EditHandler {
-    Date, Angle, Zone, Speed, Course, FreeText, WayPoint, Distance, Duration, Eta,
-    SmallNumber, RealNumber
+    Date,
+    Angle,
+    Zone,
+    Speed,
+    Course,
+    FreeText,
+    WayPoint,
+    Distance,
+    Duration,
+    Eta,
+    SmallNumber,
+    RealNumber
 };
 
 // The shared state while an edit is open.
 struct EditSession : EditRequest {
     bool Editing = false;
     EditHandler Handler = EditHandler::FreeText;
-    std::string Buffer;     // what has been typed (empty: nothing yet, the start text shows)
-    int32_t Position = 0;   // caret index in Buffer (a byte of its UTF-8)
+    std::string Buffer;    // what has been typed (empty: nothing yet, the start text shows)
+    int32_t Position = 0;  // caret index in Buffer (a byte of its UTF-8)
     // Angle fields: the start value split into whole degrees and minutes, and its sign.
     double Whole = 0.0;
     double Fraction = 0.0;

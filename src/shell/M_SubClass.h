@@ -23,16 +23,20 @@ inline constexpr int32_t LeaveXY = -10;  // x and y of the mouse leaving the win
 // The events raised by the hook (cSubClass), in the order of their numbers 1 .. 11, and the
 // window's key events, which the hook carries as well. A form implements those it needs.
 class SysMsgSink {
-public:
+  public:
     virtual ~SysMsgSink() = default;
     virtual void SysMsg_VChange(int32_t /*pos*/) {}
     virtual void SysMsg_HChange(int32_t /*pos*/) {}
-    virtual void SysMsg_MouseUp(int32_t /*button*/, int32_t /*shift*/, int32_t /*x*/, int32_t /*y*/) {}
-    virtual void SysMsg_MouseDown(int32_t /*button*/, int32_t /*shift*/, int32_t /*x*/, int32_t /*y*/) {}
-    virtual void SysMsg_MouseMove(int32_t /*button*/, int32_t /*shift*/, int32_t /*x*/, int32_t /*y*/) {}
+    virtual void SysMsg_MouseUp(int32_t /*button*/, int32_t /*shift*/, int32_t /*x*/,
+                                int32_t /*y*/) {}
+    virtual void SysMsg_MouseDown(int32_t /*button*/, int32_t /*shift*/, int32_t /*x*/,
+                                  int32_t /*y*/) {}
+    virtual void SysMsg_MouseMove(int32_t /*button*/, int32_t /*shift*/, int32_t /*x*/,
+                                  int32_t /*y*/) {}
     // `delta` in the window system's units: 120 for one notch of the wheel, away from the
     // user positive; x and y in client pixels.
-    virtual void SysMsg_MouseScroll(int32_t /*delta*/, int32_t /*shift*/, int32_t /*x*/, int32_t /*y*/) {}
+    virtual void SysMsg_MouseScroll(int32_t /*delta*/, int32_t /*shift*/, int32_t /*x*/,
+                                    int32_t /*y*/) {}
     virtual void SysMsg_SetCursor() {}
     virtual void SysMsg_Paint() {}
     virtual void SysMsg_Resize(int32_t /*width*/, int32_t /*height*/) {}
@@ -44,12 +48,21 @@ public:
 };
 
 // What a scroll bar was asked to do.
-enum class ScrollAction { LineUp, LineDown, PageUp, PageDown, ThumbPosition, ThumbTrack, Top, Bottom };
+enum class ScrollAction {
+    LineUp,
+    LineDown,
+    PageUp,
+    PageDown,
+    ThumbPosition,
+    ThumbTrack,
+    Top,
+    Bottom
+};
 
 // A scroll bar's range, page and position; it is shown only when the range exceeds the
 // page.
 struct ScrollInfo {
-    int32_t Max = 0;   // range 0 .. Max
+    int32_t Max = 0;  // range 0 .. Max
     int32_t Page = 0;
     int32_t Pos = 0;
     bool Shown() const { return Max + 1 > Page && Page > 0; }

@@ -15,9 +15,9 @@ namespace {
 
 constexpr double kDegreesPerRadian = 57.2957795130823;
 constexpr double kArcsecPerRadian = 206264.806247096;
-const char* const kMonths[] = {"January", "February", "March",     "April",   "May",      "June",
-                               "July",    "August",   "September", "October", "November",
-                               "December"};
+const char* const kMonths[] = {"January",   "February", "March",    "April",
+                               "May",       "June",     "July",     "August",
+                               "September", "October",  "November", "December"};
 const char* const kWeekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                  "Thursday", "Friday", "Saturday"};
 
@@ -146,7 +146,9 @@ void SplashScreen::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t
     if (steps) myDates_.MouseScroll(x, y, steps);
 }
 
-void SplashScreen::Redraw_Cell(const Rect&) { myDates_.Paint_Dates(false); }
+void SplashScreen::Redraw_Cell(const Rect&) {
+    myDates_.Paint_Dates(false);
+}
 
 void SplashScreen::Resize(QSize size) {
     if (size.isEmpty() || size == picture_.size()) return;

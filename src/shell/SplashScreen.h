@@ -23,11 +23,8 @@ struct SplashLine {
 // The lines shown for moment `jd` (MyJD, UT).
 std::vector<SplashLine> Splash_Lines(double jd);
 
-class SplashScreen : public UiScreen,
-                     public PictureForm,
-                     public cDatesOwner,
-                     public SysMsgSink {
-public:
+class SplashScreen : public UiScreen, public PictureForm, public cDatesOwner, public SysMsgSink {
+  public:
     // `window` is the client area that shows the picture.
     explicit SplashScreen(QWidget* window = nullptr);
 
@@ -65,7 +62,7 @@ public:
     const std::vector<SplashLine>& Lines() const { return lines_; }
     cDatesView& MyDates() { return myDates_; }
 
-private:
+  private:
     void Draw();
 
     QWidget* window_ = nullptr;

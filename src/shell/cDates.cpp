@@ -13,18 +13,22 @@ DateMetrics Date_Metrics;
 
 namespace {
 
-constexpr int32_t kGap = 6;          // between the labels of a group
-constexpr int32_t kGroupGap = 16;    // between the date and the time groups
-constexpr int32_t kFramePad = 6;     // inside the 3-D frame
+constexpr int32_t kGap = 6;        // between the labels of a group
+constexpr int32_t kGroupGap = 16;  // between the date and the time groups
+constexpr int32_t kFramePad = 6;   // inside the 3-D frame
 constexpr int16_t kYearLimit = 9999;
 constexpr double kGregorianReform = -152383.5;  // 15 October 1582, 00:00
 
 // Floor division and its remainder, for carries of any sign.
-int32_t Floor_Div(int32_t a, int32_t b) { return a >= 0 ? a / b : -((-a + b - 1) / b); }
+int32_t Floor_Div(int32_t a, int32_t b) {
+    return a >= 0 ? a / b : -((-a + b - 1) / b);
+}
 
 }  // namespace
 
-cDates::cDates() { painted_.wYear = 0; }
+cDates::cDates() {
+    painted_.wYear = 0;
+}
 
 cDates::~cDates() {
     if (Edit.Editing && Edit.Control == this) {
@@ -92,7 +96,9 @@ void cDates::Clip_Time(bool on) {
     Set_HotSpots();
 }
 
-void cDates::Set_HotSpots() { Position_DateGrid(MyFrame.Left, MyFrame.Top); }
+void cDates::Set_HotSpots() {
+    Position_DateGrid(MyFrame.Left, MyFrame.Top);
+}
 
 void cDates::Position_DateGrid(int32_t x, int32_t y) {
     const DateMetrics& m = Date_Metrics;
@@ -109,7 +115,8 @@ void cDates::Position_DateGrid(int32_t x, int32_t y) {
         MyHourLabel = {left, top, left + m.TwoZeros, top + h};
         MyMinuteLabel = {MyHourLabel.Right + m.Colon, top, MyHourLabel.Right + m.Colon + m.TwoZeros,
                          top + h};
-        MyLMTlabel = {MyMinuteLabel.Right + kGap, top, MyMinuteLabel.Right + kGap + m.Zone, top + h};
+        MyLMTlabel = {MyMinuteLabel.Right + kGap, top, MyMinuteLabel.Right + kGap + m.Zone,
+                      top + h};
         MyDateGrid = MyDayLabel;
         MyTimeGrid = MyHourLabel.United(MyLMTlabel);
         MyFrame = {x, y, MyLMTlabel.Right + kFramePad, top + h + kFramePad};
@@ -236,9 +243,12 @@ std::string cDates::Field_Text(const std::string& field) const {
         return ShortNames ? Month_Short_Name(MySystemTime.wMonth) : Month_Name(MySystemTime.wMonth);
     if (field == "Year") return std::to_string(std::abs(MySystemTime.wYear));
     int32_t v = 0;
-    if (field == "Hour") v = MySystemTime.wHour;
-    else if (field == "Minute") v = MySystemTime.wMinute;
-    else if (field == "Second") v = MySystemTime.wSecond;
+    if (field == "Hour")
+        v = MySystemTime.wHour;
+    else if (field == "Minute")
+        v = MySystemTime.wMinute;
+    else if (field == "Second")
+        v = MySystemTime.wSecond;
     std::snprintf(buf, sizeof buf, "%02d", v);
     return buf;
 }
@@ -301,9 +311,12 @@ int16_t cDates::Get_Month_Length(int32_t month, int32_t year) const {
         case 4:
         case 6:
         case 9:
-        case 11: return 30;
-        case 2: return Is_Leap_Year(year, JulDates != 0) ? 29 : 28;
-        default: return 31;
+        case 11:
+            return 30;
+        case 2:
+            return Is_Leap_Year(year, JulDates != 0) ? 29 : 28;
+        default:
+            return 31;
     }
 }
 

@@ -21,18 +21,18 @@ struct DateControlState;
 // The widths measured once at start, in the strip's bold font, from which the label
 // rectangles are laid out; and the height of a title line.
 struct DateMetrics {
-    int32_t Zero = 12;        // "0"
-    int32_t TwoZeros = 24;    // "00"
-    int32_t Colon = 6;        // ":"
-    int32_t Wednesday = 110;  // the longest weekday
-    int32_t Thur = 48;        // the longest short weekday
-    int32_t BC = 28;          // "BC"
-    int32_t September = 112;  // the longest month name
-    int32_t June = 50;        // room for a short month name
-    int32_t Zone = 60;        // room for the zone label ("Z+10.5", "GMT", "ET")
-    int32_t RowHeight = 29;   // a title line: the height of a bold "0" × 1.6, rounded
-    int32_t SmallHeight = 15; // a line of the 13-pixel font ("Julian" under the date)
-    int32_t LabelWidth = 150; // "Moon Phases for "
+    int32_t Zero = 12;         // "0"
+    int32_t TwoZeros = 24;     // "00"
+    int32_t Colon = 6;         // ":"
+    int32_t Wednesday = 110;   // the longest weekday
+    int32_t Thur = 48;         // the longest short weekday
+    int32_t BC = 28;           // "BC"
+    int32_t September = 112;   // the longest month name
+    int32_t June = 50;         // room for a short month name
+    int32_t Zone = 60;         // room for the zone label ("Z+10.5", "GMT", "ET")
+    int32_t RowHeight = 29;    // a title line: the height of a bold "0" × 1.6, rounded
+    int32_t SmallHeight = 15;  // a line of the 13-pixel font ("Julian" under the date)
+    int32_t LabelWidth = 150;  // "Moon Phases for "
 };
 
 // Set by the drawing layer's Measure_Fixed_Layout at start; core tests use the defaults.
@@ -40,7 +40,7 @@ extern DateMetrics Date_Metrics;
 
 // The owner's handlers of the strip's events.
 class cDatesOwner {
-public:
+  public:
     virtual ~cDatesOwner() = default;
     // The moment shown changed; `jd` is in zone time, days since the epoch.
     virtual void MyDates_DateChange(cDates& sender, double jd) = 0;
@@ -72,23 +72,23 @@ inline constexpr std::array<const char*, 6> kDateFields = {"Day",  "Month",  "Ye
                                                            "Hour", "Minute", "Second"};
 
 class cDates : public cEditTarget {
-public:
+  public:
     using DateRecord = ::kelmoran::MySystemTime;
 
     cDates();
     ~cDates() override;
 
     // --- fields ---
-    DateRecord MySystemTime;     // the record shown, zone time; no year 0
-    int16_t JulDates = 0;        // the control's calendar: non-zero Julian
-    double MyJD = 0.0;           // the moment in zone time
+    DateRecord MySystemTime;  // the record shown, zone time; no year 0
+    int16_t JulDates = 0;     // the control's calendar: non-zero Julian
+    double MyJD = 0.0;        // the moment in zone time
     Rect MyDayLabel, MyMonthLabel, MyYearLabel, MyHourLabel, MyMinuteLabel, MySecondLabel;
     Rect MyLMTlabel, MyBClabel, MyWeekdayLabel, MyJulianLabel;
     Rect MyDateGrid, MyTimeGrid;
-    Rect MyFrame;                // the 3-D frame round the whole strip
+    Rect MyFrame;  // the 3-D frame round the whole strip
     std::string MyLMT_Text = "GMT";
     int32_t MyDTGzone = 0;
-    int16_t MyDTGstatus = 0;     // non-zero: the strip stands in date-time-group form
+    int16_t MyDTGstatus = 0;  // non-zero: the strip stands in date-time-group form
     std::string ClassType = "Dates";
     int16_t OptionsFlag = 0;
     cDatesOwner* MyOwner = nullptr;
@@ -96,16 +96,16 @@ public:
     int16_t MyDayReqd = 0;
     int32_t MyRectOffset = 0;
     int16_t MyDateIsDisabled = 0;
-    int16_t ClipSeconds = 0;     // the seconds are removed
-    int16_t ClipTime = 0;        // hours, minutes and seconds are removed
-    int16_t RoundToMinute = 0;   // minutes-only mode
-    int32_t Bias = 0;            // minutes, as TZ_Bias, for this control
-    int16_t ShortNames = 0;      // narrow forms: "Thur", "Sep"
-    int16_t IsShared = 0;        // this strip's calendar is the program-wide Shared_JulDates
+    int16_t ClipSeconds = 0;         // the seconds are removed
+    int16_t ClipTime = 0;            // hours, minutes and seconds are removed
+    int16_t RoundToMinute = 0;       // minutes-only mode
+    int32_t Bias = 0;                // minutes, as TZ_Bias, for this control
+    int16_t ShortNames = 0;          // narrow forms: "Thur", "Sep"
+    int16_t IsShared = 0;            // this strip's calendar is the program-wide Shared_JulDates
     int16_t FollowsSummerTime = -1;  // summer time moves this control's zone
     DatesForm Form = DatesForm::Standard;
-    std::string Caption;         // text before the strip ("Moon Phases for ")
-    int32_t MyWidth = 0;         // room the owner gives the strip, pixels
+    std::string Caption;  // text before the strip ("Moon Phases for ")
+    int32_t MyWidth = 0;  // room the owner gives the strip, pixels
 
     // --- configuration ---
     void Configure_Standard_Dates(bool minutesOnly, cDatesOwner* owner, int32_t width);
@@ -183,10 +183,10 @@ public:
     // cEditTarget
     void Edit_Commit(const EditSession& s, double value, const std::string& text) override;
 
-protected:
+  protected:
     void Remember_Painted() { painted_ = MySystemTime; }
 
-private:
+  private:
     void Configure(DatesForm form, cDatesOwner* owner, int32_t width, int32_t x, int32_t y);
     void Validate();
     void Announce();

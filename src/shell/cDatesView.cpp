@@ -55,22 +55,26 @@ void cDatesView::Draw(QPainter& p) {
         if (!Caption.empty() || ClassType == "EtdDates") {
             p.setPen(ink);
             const QString caption = ClassType == "EtdDates" ? "Time of departure" : Q(Caption);
-            Draw_Aligned(p, {frame.Left + 4, MyYearLabel.Top, frame.Left + 4 + Date_Metrics.LabelWidth,
-                             MyYearLabel.Bottom},
+            Draw_Aligned(p,
+                         {frame.Left + 4, MyYearLabel.Top, frame.Left + 4 + Date_Metrics.LabelWidth,
+                          MyYearLabel.Bottom},
                          caption, 0);
         }
         if (MyDayReqd) {
             const int16_t weekday = Weekday_Of_JD(Calc_JD(t, JulDates != 0));
-            label(MyWeekdayLabel,
-                  ShortNames ? QString(kNarrowWeekdays[(weekday + 6) % 7]) : Q(Weekday_Name(weekday)),
-                  0);
+            label(
+                MyWeekdayLabel,
+                ShortNames ? QString(kNarrowWeekdays[(weekday + 6) % 7]) : Q(Weekday_Name(weekday)),
+                0);
         }
         label(MyDayLabel, QString::number(t.wDay));
         label(MyMonthLabel, Q(Field_Text("Month")));
         label(MyYearLabel, QString::number(std::abs(t.wYear)));
         // "BC" for the years before Christ, "AD" for the early years after.
-        if (t.wYear < 0) label(MyBClabel, "BC", 0);
-        else if (t.wYear < 1000) label(MyBClabel, "AD", 0);
+        if (t.wYear < 0)
+            label(MyBClabel, "BC", 0);
+        else if (t.wYear < 1000)
+            label(MyBClabel, "AD", 0);
         if (!MyJulianLabel.Empty()) {
             p.setFont(d.Normal);
             p.setPen(ink);
@@ -84,8 +88,9 @@ void cDatesView::Draw(QPainter& p) {
         label({MyHourLabel.Right, MyHourLabel.Top, MyMinuteLabel.Left, MyHourLabel.Bottom}, ":");
         label(MyMinuteLabel, QString::asprintf("%02d", t.wMinute));
         if (!MySecondLabel.Empty()) {
-            label({MyMinuteLabel.Right, MyMinuteLabel.Top, MySecondLabel.Left, MyMinuteLabel.Bottom},
-                  ":");
+            label(
+                {MyMinuteLabel.Right, MyMinuteLabel.Top, MySecondLabel.Left, MyMinuteLabel.Bottom},
+                ":");
             label(MySecondLabel, QString::asprintf("%02d", t.wSecond));
         }
         label(MyLMTlabel, Q(MyLMT_Text), 0);
@@ -106,7 +111,9 @@ void cDatesView::Paint_Dates(bool repaint) {
     form_->Update_Window(MyFrame.Offset(0, MyRectOffset));
 }
 
-void cDatesView::Paint_DTG() { Paint_Dates(false); }
+void cDatesView::Paint_DTG() {
+    Paint_Dates(false);
+}
 
 void cDatesView::Menus_Create_Dates(int32_t x, int32_t y, bool onZone) {
     if (MyOwner) MyOwner->MyDates_ReleaseBitmap(*this);

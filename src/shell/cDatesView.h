@@ -9,7 +9,7 @@
 namespace kelmoran {
 
 class cDatesView : public cDates {
-public:
+  public:
     // `form` holds the picture the strip is painted on and the window that shows it.
     explicit cDatesView(PictureForm* form = nullptr) : form_(form) {}
 
@@ -30,7 +30,7 @@ public:
     // Tests and screenshots pick the pop-up's choice through this instead of a menu.
     std::function<std::string(const std::vector<std::string>& captions)> Menu_Chooser;
 
-private:
+  private:
     PictureForm* form_ = nullptr;
 };
 

@@ -21,7 +21,9 @@ double Wrap_2Pi(double a) {
     return a < 0 ? a + kTwoPi : a;
 }
 
-double Finite(double a) { return std::isfinite(a) ? a : 0.0; }
+double Finite(double a) {
+    return std::isfinite(a) ? a : 0.0;
+}
 
 }  // namespace
 
@@ -59,24 +61,30 @@ void cLatLong::Refresh_Strings() {
     const int places = MyDecPlaces;
     LatString = Format_Lat(MyLat, places, false);
     LongtString = Layout == LatLongLayout::ShaDec ? Format_Angle(MyLongt, places, false)
-                                                   : Format_Long(MyLongt, places, false);
+                                                  : Format_Long(MyLongt, places, false);
     AltString = (MyLat < 0 ? "-" : "") + Format_Angle(std::fabs(MyLat), places, false);
     AzString = Format_Angle(MyLongt, places, false);
 }
 
 std::string cLatLong::First_Field() const {
     switch (Layout) {
-        case LatLongLayout::ShaDec: return "Dec";
-        case LatLongLayout::AltAz: return "Alt";
-        default: return "Lat";
+        case LatLongLayout::ShaDec:
+            return "Dec";
+        case LatLongLayout::AltAz:
+            return "Alt";
+        default:
+            return "Lat";
     }
 }
 
 std::string cLatLong::Second_Field() const {
     switch (Layout) {
-        case LatLongLayout::ShaDec: return "SHA";
-        case LatLongLayout::AltAz: return "Az";
-        default: return "Long";
+        case LatLongLayout::ShaDec:
+            return "SHA";
+        case LatLongLayout::AltAz:
+            return "Az";
+        default:
+            return "Long";
     }
 }
 

@@ -16,7 +16,7 @@ class cLatLong;
 
 // The form that holds the control: it draws the edits and hears of each change.
 class cLatLongOwner {
-public:
+  public:
     virtual ~cLatLongOwner() = default;
     virtual EditCanvas* Edit_Form() = 0;
     // A value of the pair changed by an edit or a click on the hemisphere.
@@ -26,7 +26,7 @@ public:
 enum class LatLongLayout { LatLong, ShaDec, AltAz };
 
 class cLatLong : public cEditTarget {
-public:
+  public:
     // The start sample of the widths, after the degrees.
     static constexpr const char* kSample = "- 12'.50";
 
@@ -50,10 +50,10 @@ public:
     double MyLongt = 0.0;  // longitude, SHA or azimuth
     std::string LatString, LongtString, AltString, AzString;
     Rect MyLatRect, MyLongtRect, MyLatFrame, MyLongtFrame;
-    int32_t LabelsOffset = 0;            // room of the labels before (or above) the frames
+    int32_t LabelsOffset = 0;  // room of the labels before (or above) the frames
     cLatLongOwner* ClassOwner = nullptr;
-    std::string ClassOwnerType;          // "OptionBodies", "Options", "Sights" or a grid's
-    int32_t MyDecPlaces = 2;             // 0 .. 3
+    std::string ClassOwnerType;  // "OptionBodies", "Options", "Sights" or a grid's
+    int32_t MyDecPlaces = 2;     // 0 .. 3
     FontKind FontType = FontKind::Bold;
     LatLongLayout Layout = LatLongLayout::LatLong;
 
@@ -92,7 +92,7 @@ public:
 
     void Edit_Commit(const EditSession& s, double value, const std::string& text) override;
 
-private:
+  private:
     void Refresh_Strings();
     void Place(int32_t x, int32_t y, bool stacked);
     void Changed();

@@ -2,9 +2,15 @@
 
 namespace kelmoran {
 
-void cLatLongView::DrawMe() { Paint(true, true); }
-void cLatLongView::DrawMe_AltAz() { Paint(true, true); }
-void cLatLongView::DrawMe_Sights() { Paint(false, false); }
+void cLatLongView::DrawMe() {
+    Paint(true, true);
+}
+void cLatLongView::DrawMe_AltAz() {
+    Paint(true, true);
+}
+void cLatLongView::DrawMe_Sights() {
+    Paint(false, false);
+}
 
 void cLatLongView::Paint(bool labels, bool frames) {
     if (!form_) return;

@@ -7,7 +7,7 @@
 namespace kelmoran {
 
 class cLatLongView : public cLatLong {
-public:
+  public:
     explicit cLatLongView(PictureForm* form = nullptr) : form_(form) {}
     void Set_Form(PictureForm* form) { form_ = form; }
 
@@ -18,7 +18,7 @@ public:
     // The values alone, as they stand in a Sights row.
     void DrawMe_Sights() override;
 
-private:
+  private:
     void Paint(bool labels, bool frames);
 
     PictureForm* form_ = nullptr;

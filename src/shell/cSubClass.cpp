@@ -34,13 +34,20 @@ int32_t Shift_Of(Qt::KeyboardModifiers m) {
 
 ScrollAction Action_Of(int action) {
     switch (action) {
-        case QAbstractSlider::SliderSingleStepSub: return ScrollAction::LineUp;
-        case QAbstractSlider::SliderSingleStepAdd: return ScrollAction::LineDown;
-        case QAbstractSlider::SliderPageStepSub: return ScrollAction::PageUp;
-        case QAbstractSlider::SliderPageStepAdd: return ScrollAction::PageDown;
-        case QAbstractSlider::SliderToMinimum: return ScrollAction::Top;
-        case QAbstractSlider::SliderToMaximum: return ScrollAction::Bottom;
-        default: return ScrollAction::ThumbTrack;
+        case QAbstractSlider::SliderSingleStepSub:
+            return ScrollAction::LineUp;
+        case QAbstractSlider::SliderSingleStepAdd:
+            return ScrollAction::LineDown;
+        case QAbstractSlider::SliderPageStepSub:
+            return ScrollAction::PageUp;
+        case QAbstractSlider::SliderPageStepAdd:
+            return ScrollAction::PageDown;
+        case QAbstractSlider::SliderToMinimum:
+            return ScrollAction::Top;
+        case QAbstractSlider::SliderToMaximum:
+            return ScrollAction::Bottom;
+        default:
+            return ScrollAction::ThumbTrack;
     }
 }
 
@@ -48,31 +55,50 @@ ScrollAction Action_Of(int action) {
 
 int32_t Virtual_Key(int qtKey) {
     switch (qtKey) {
-        case Qt::Key_Backspace: return vk::Back;
+        case Qt::Key_Backspace:
+            return vk::Back;
         case Qt::Key_Tab:
-        case Qt::Key_Backtab: return vk::Tab;
+        case Qt::Key_Backtab:
+            return vk::Tab;
         case Qt::Key_Return:
-        case Qt::Key_Enter: return vk::Return;
-        case Qt::Key_Escape: return vk::Escape;
-        case Qt::Key_Space: return vk::Space;
-        case Qt::Key_End: return vk::End;
-        case Qt::Key_Home: return vk::Home;
-        case Qt::Key_Left: return vk::Left;
-        case Qt::Key_Up: return 38;
-        case Qt::Key_Right: return vk::Right;
-        case Qt::Key_Down: return 40;
-        case Qt::Key_PageUp: return 33;
-        case Qt::Key_PageDown: return 34;
-        case Qt::Key_Delete: return vk::Delete;
-        case Qt::Key_F2: return vk::F2;
-        case Qt::Key_Alt: return 18;
-        default: return 0;
+        case Qt::Key_Enter:
+            return vk::Return;
+        case Qt::Key_Escape:
+            return vk::Escape;
+        case Qt::Key_Space:
+            return vk::Space;
+        case Qt::Key_End:
+            return vk::End;
+        case Qt::Key_Home:
+            return vk::Home;
+        case Qt::Key_Left:
+            return vk::Left;
+        case Qt::Key_Up:
+            return 38;
+        case Qt::Key_Right:
+            return vk::Right;
+        case Qt::Key_Down:
+            return 40;
+        case Qt::Key_PageUp:
+            return 33;
+        case Qt::Key_PageDown:
+            return 34;
+        case Qt::Key_Delete:
+            return vk::Delete;
+        case Qt::Key_F2:
+            return vk::F2;
+        case Qt::Key_Alt:
+            return 18;
+        default:
+            return 0;
     }
 }
 
 cSubClass::cSubClass(SysMsgSink* owner) : MyOwner(owner) {}
 
-cSubClass::~cSubClass() { Release(); }
+cSubClass::~cSubClass() {
+    Release();
+}
 
 bool cSubClass::SubClass(QWidget* window) {
     if (!window || window->property(kProperty).isValid()) return false;
@@ -149,7 +175,9 @@ void cSubClass::Set_HPos(int32_t pos) {
     Sync_Bar(hBar_, hInfo_);
 }
 
-void cSubClass::VScroll_Primer() { Set_VPos(0); }
+void cSubClass::VScroll_Primer() {
+    Set_VPos(0);
+}
 
 void cSubClass::HScroll_Primer() {
     hColumn_ = 0;
@@ -192,9 +220,15 @@ void cSubClass::ScrollProc(Qt::Orientation bar, ScrollAction action, int32_t tra
 bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
     if (watched != window_ || !MyOwner) return QObject::eventFilter(watched, event);
     switch (event->type()) {
-        case QEvent::WindowActivate: MyOwner->SysMsg_FocusChange(1); break;
-        case QEvent::WindowDeactivate: MyOwner->SysMsg_FocusChange(0); break;
-        case QEvent::Paint: MyOwner->SysMsg_Paint(); break;
+        case QEvent::WindowActivate:
+            MyOwner->SysMsg_FocusChange(1);
+            break;
+        case QEvent::WindowDeactivate:
+            MyOwner->SysMsg_FocusChange(0);
+            break;
+        case QEvent::Paint:
+            MyOwner->SysMsg_Paint();
+            break;
         case QEvent::Resize: {
             auto* e = static_cast<QResizeEvent*>(event);
             if (ScreenKey == "Increments" && e->size().width() != 500) {
@@ -206,7 +240,8 @@ bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
             break;
         }
         case QEvent::Move:
-            if (ScreenKey == "Find Star") MyOwner->SysMsg_Resize(window_->width(), window_->height());
+            if (ScreenKey == "Find Star")
+                MyOwner->SysMsg_Resize(window_->width(), window_->height());
             break;
         case QEvent::MouseMove: {
             auto* e = static_cast<QMouseEvent*>(event);
@@ -221,7 +256,9 @@ bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
                                       e->position().toPoint().y());
             break;
         }
-        case QEvent::Leave: MyOwner->SysMsg_MouseMove(0, 0, mouse::LeaveXY, mouse::LeaveXY); break;
+        case QEvent::Leave:
+            MyOwner->SysMsg_MouseMove(0, 0, mouse::LeaveXY, mouse::LeaveXY);
+            break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick: {
             auto* e = static_cast<QMouseEvent*>(event);
@@ -258,7 +295,8 @@ bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
             }
             return true;
         }
-        default: break;
+        default:
+            break;
     }
     return QObject::eventFilter(watched, event);
 }

@@ -17,7 +17,7 @@ namespace kelmoran {
 
 class cSubClass : public QObject {
     Q_OBJECT
-public:
+  public:
     explicit cSubClass(SysMsgSink* owner = nullptr);
     ~cSubClass() override;
 
@@ -56,10 +56,10 @@ public:
     QScrollBar* HBar() const { return hBar_; }
     QWidget* Window() const { return window_; }
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-private:
+  private:
     void Place_Bars();
     void Sync_Bar(QScrollBar* bar, const ScrollInfo& info);
     void On_Action(Qt::Orientation bar, int action);

@@ -65,15 +65,32 @@ bool myCombo::Move_through_List(int32_t key) {
     const auto last = static_cast<int32_t>(List.size()) - 1;
     int32_t h = MyHighlighter;
     switch (key) {
-        case kUp: --h; break;
-        case kDown: ++h; break;
-        case kPageUp: h -= MyLineNo; break;
-        case kPageDown: h += MyLineNo; break;
-        case vk::Home: h = 0; break;
-        case vk::End: h = last; break;
-        case vk::Return: ChangeSelection(MyHighlighter); return true;
-        case vk::Escape: Restore_Original_Posn(); return true;
-        default: return false;
+        case kUp:
+            --h;
+            break;
+        case kDown:
+            ++h;
+            break;
+        case kPageUp:
+            h -= MyLineNo;
+            break;
+        case kPageDown:
+            h += MyLineNo;
+            break;
+        case vk::Home:
+            h = 0;
+            break;
+        case vk::End:
+            h = last;
+            break;
+        case vk::Return:
+            ChangeSelection(MyHighlighter);
+            return true;
+        case vk::Escape:
+            Restore_Original_Posn();
+            return true;
+        default:
+            return false;
     }
     MyHighlighter = h < 0 ? 0 : (h > last ? last : h);
     Scroll_To(MyHighlighter);
@@ -147,7 +164,9 @@ void myCombo::SysMsg_MouseDown(int32_t x, int32_t y) {
     }
 }
 
-void myCombo::List_MouseDown(int32_t x, int32_t y) { HiLiteMe(x, y); }
+void myCombo::List_MouseDown(int32_t x, int32_t y) {
+    HiLiteMe(x, y);
+}
 
 void myCombo::SysMsg_MouseUp(int32_t, int32_t y) {
     const int32_t line = Line_At(y);

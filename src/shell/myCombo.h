@@ -13,19 +13,19 @@
 namespace kelmoran {
 
 class myCombo {
-public:
+  public:
     virtual ~myCombo() = default;
 
-    std::string Name;                  // the control's name, as its event is named after it
-    std::vector<std::string> List;     // the lines of the list
-    std::string Text;                  // the present choice, shown in the box
-    int32_t MyListPosn = -1;           // index of the present choice
-    int32_t MyHighlighter = -1;        // the highlighted line while the list is open
-    int32_t MyLineNo = 8;              // lines the list shows at most
-    int32_t MyTopLine = 0;             // first line shown
+    std::string Name;               // the control's name, as its event is named after it
+    std::vector<std::string> List;  // the lines of the list
+    std::string Text;               // the present choice, shown in the box
+    int32_t MyListPosn = -1;        // index of the present choice
+    int32_t MyHighlighter = -1;     // the highlighted line while the list is open
+    int32_t MyLineNo = 8;           // lines the list shows at most
+    int32_t MyTopLine = 0;          // first line shown
     bool ListVisible = false;
     bool HasFocus = false;
-    Rect Box;                          // the box, in the owner's pixels
+    Rect Box;  // the box, in the owner's pixels
     int32_t LineHeight = 18;
     // The change event, `<control>_event1`: raised when a line is taken.
     std::function<void(myCombo&)> event1;
@@ -66,7 +66,7 @@ public:
     // The line at list y, or -1.
     int32_t Line_At(int32_t y) const;
 
-private:
+  private:
     void Scroll_To(int32_t line);
 };
 

@@ -12,19 +12,19 @@ const QColor kHighlight(10, 36, 106);
 
 // The list: a child window of the owner's window, painted by the combo.
 class myComboView::ListWindow : public QWidget {
-public:
+  public:
     ListWindow(myComboView* combo, QWidget* parent) : QWidget(parent), combo_(combo) {
         setAttribute(Qt::WA_OpaquePaintEvent);
         hide();
     }
 
-protected:
+  protected:
     void paintEvent(QPaintEvent*) override {
         QPainter p(this);
         combo_->Draw_List(p);
     }
 
-private:
+  private:
     myComboView* combo_;
 };
 
@@ -37,7 +37,9 @@ myComboView::~myComboView() {
     delete list_;
 }
 
-QWidget* myComboView::List_Window() const { return list_; }
+QWidget* myComboView::List_Window() const {
+    return list_;
+}
 
 void myComboView::SubClass() {
     if (list_ || !form_ || !form_->Form_Window()) return;
@@ -109,7 +111,9 @@ void myComboView::SysMsg_Paint() {
     if (list_ && ListVisible) list_->update();
 }
 
-void myComboView::SysMsg_MouseDown(int32_t, int32_t, int32_t x, int32_t y) { List_MouseDown(x, y); }
+void myComboView::SysMsg_MouseDown(int32_t, int32_t, int32_t x, int32_t y) {
+    List_MouseDown(x, y);
+}
 
 void myComboView::SysMsg_MouseMove(int32_t, int32_t, int32_t x, int32_t y) {
     if (x == mouse::LeaveXY && y == mouse::LeaveXY) return;

@@ -13,7 +13,7 @@
 namespace kelmoran {
 
 class myComboView : public myCombo, public SysMsgSink {
-public:
+  public:
     explicit myComboView(PictureForm* form);
     ~myComboView() override;
 
@@ -34,7 +34,7 @@ public:
     // Draws the list's lines with `p` at (0, 0).
     void Draw_List(QPainter& p) const;
 
-private:
+  private:
     class ListWindow;
     PictureForm* form_;
     ListWindow* list_ = nullptr;

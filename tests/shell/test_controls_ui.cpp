@@ -10,8 +10,8 @@
 
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
-#include "shell/M_Edit.h"
 #include "shell/Date_Record.h"
+#include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cDatesView.h"
 #include "shell/cLatLongView.h"
@@ -26,7 +26,9 @@ constexpr double kDeg = 57.2957795130823;
 
 using testing_dates::Date;
 
-QPoint Centre(const Rect& r) { return QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2); }
+QPoint Centre(const Rect& r) {
+    return QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
+}
 
 void Save_Screenshot(QWidget& w, const char* name) {
     const QString dir = QString(KELMORAN_BINARY_DIR) + "/screenshots";
@@ -48,7 +50,7 @@ int Dark_Pixels(const QImage& image, const QRect& r) {
 // ------------------------------------------------------------ the Main screen's strip
 
 class MainStrip : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         // A fixed zone: no summer time moves the strip's zone under these tests.
         TZ_Bias = 0;
@@ -273,9 +275,13 @@ class Form : public QWidget,
              public cDatesOwner,
              public cLatLongOwner,
              public SysMsgSink {
-public:
-    Form() : picture(620, 320, QImage::Format_RGB32), hook(this), dates(this), pair(this),
-             combo(this) {
+  public:
+    Form()
+        : picture(620, 320, QImage::Format_RGB32),
+          hook(this),
+          dates(this),
+          pair(this),
+          combo(this) {
         picture.fill(Qt::white);
         resize(picture.size());
         hook.SubClass(this);
@@ -304,12 +310,16 @@ public:
             return;
         }
         combo.myCombo::SysMsg_MouseDown(x, y);
-        if (dates.MyFrame.Contains(x, y)) dates.MouseDown(x, y, button, shift);
-        else pair.MouseDown(x, y);
+        if (dates.MyFrame.Contains(x, y))
+            dates.MouseDown(x, y, button, shift);
+        else
+            pair.MouseDown(x, y);
     }
     void SysMsg_KeyDown(int32_t key, int32_t) override {
-        if (Edit.Editing) Edit_Key_Down(key);
-        else if (combo.HasFocus) combo.Display_List_By_KeyDown(key);
+        if (Edit.Editing)
+            Edit_Key_Down(key);
+        else if (combo.HasFocus)
+            combo.Display_List_By_KeyDown(key);
     }
     void SysMsg_KeyPress(int32_t c) override { Edit_Key_Press(c); }
 
@@ -321,7 +331,7 @@ public:
     std::vector<double> changes;
     int pairChanges = 0;
 
-protected:
+  protected:
     void paintEvent(QPaintEvent*) override {
         QPainter p(this);
         p.drawImage(0, 0, picture);
@@ -355,8 +365,8 @@ TEST(LatLongOnAForm, AnglesTypedIntoTheLatitude) {
     EXPECT_EQ(f.pair.LatString, Format_Lat(10.0 / kDeg, 2, false));
     EXPECT_EQ(f.pair.LongtString, Format_Long(-20.5 / kDeg, 2, false));
 
-    QTest::mouseClick(&f, Qt::LeftButton, {}, QPoint(f.pair.MyLatRect.Left + 8,
-                                                     Centre(f.pair.MyLatRect).y()));
+    QTest::mouseClick(&f, Qt::LeftButton, {},
+                      QPoint(f.pair.MyLatRect.Left + 8, Centre(f.pair.MyLatRect).y()));
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Lat");
     EXPECT_EQ(Edit.Class, "Options");
@@ -376,8 +386,8 @@ TEST(LatLongOnAForm, AnglesTypedIntoTheLatitude) {
     EXPECT_DOUBLE_EQ(f.pair.Latitude(), 10.0 / kDeg);
     EXPECT_EQ(f.pairChanges, 0);
 
-    QTest::mouseClick(&f, Qt::LeftButton, {}, QPoint(f.pair.MyLatRect.Left + 8,
-                                                     Centre(f.pair.MyLatRect).y()));
+    QTest::mouseClick(&f, Qt::LeftButton, {},
+                      QPoint(f.pair.MyLatRect.Left + 8, Centre(f.pair.MyLatRect).y()));
     QTest::keyClicks(&f, "45 5");
     QTest::keyClick(&f, '6');
     QTest::keyClick(&f, '0');  // a third digit of minutes
@@ -469,10 +479,12 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
 // ------------------------------------------------------------ the hook
 
 class Recorder : public SysMsgSink {
-public:
+  public:
     void SysMsg_VChange(int32_t pos) override { log.push_back("V " + std::to_string(pos)); }
     void SysMsg_HChange(int32_t pos) override { log.push_back("H " + std::to_string(pos)); }
-    void SysMsg_MouseUp(int32_t b, int32_t s, int32_t x, int32_t y) override { Add("Up", b, s, x, y); }
+    void SysMsg_MouseUp(int32_t b, int32_t s, int32_t x, int32_t y) override {
+        Add("Up", b, s, x, y);
+    }
     void SysMsg_MouseDown(int32_t b, int32_t s, int32_t x, int32_t y) override {
         Add("Down", b, s, x, y);
     }
@@ -557,7 +569,10 @@ TEST(Hook, ScrollBarsStepByRowsPixelsOrWholeColumns) {
     // A grid steps by whole columns.
     r.log.clear();
     hook.ScreenKey = "AltAz";
-    hook.ColumnRects = {{25, 0, 125, 20}, {125, 0, 185, 20}, {185, 0, 305, 20}, {305, 0, 405, 20},
+    hook.ColumnRects = {{25, 0, 125, 20},
+                        {125, 0, 185, 20},
+                        {185, 0, 305, 20},
+                        {305, 0, 405, 20},
                         {405, 0, 505, 20}};
     hook.ColumnsOnShow = 2;
     hook.Set_HScroll_Info(480, 380);

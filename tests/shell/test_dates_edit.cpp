@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "shell/M_Edit.h"
 #include "shell/Date_Record.h"
+#include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cDates.h"
 
@@ -16,7 +16,7 @@ namespace kelmoran {
 namespace {
 
 class FakeForm : public EditCanvas {
-public:
+  public:
     int32_t Text_Width(FontKind, const std::string& text) override {
         int32_t n = 0;
         for (unsigned char c : text)
@@ -29,7 +29,7 @@ public:
 };
 
 class Owner : public cDatesOwner {
-public:
+  public:
     void MyDates_DateChange(cDates&, double jd) override { changes.push_back(jd); }
     void MyDates_CalenderChg(cDates&, bool julian) override { calendars.push_back(julian); }
     void MyDates_TZChange(cDates&, int32_t m) override { zones.push_back(m); }
@@ -46,8 +46,8 @@ using testing_dates::Date;
 // The date and time of a record, for comparisons that leave out the weekday.
 std::string S(const MySystemTime& t) {
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
-                  t.wMinute, t.wSecond);
+    std::snprintf(buf, sizeof buf, "%d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay,
+                  t.wHour, t.wMinute, t.wSecond);
     return buf;
 }
 
@@ -390,7 +390,7 @@ TEST_F(Strip, TheCaretStandsAtTheMeasuredWidthByAlignment) {
 // --------------------------------------------------------------- other handlers
 
 class Target : public cEditTarget {
-public:
+  public:
     void Edit_Commit(const EditSession& s, double v, const std::string& t) override {
         field = s.Field;
         value = v;
@@ -448,7 +448,7 @@ TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
     EXPECT_EQ(Edit.Degrees, "123");
     EXPECT_EQ(Edit.Minutes, "4");
     Type("5");
-    Type("6");  // no third digit of minutes
+    Type("6");     // no third digit of minutes
     Type(".678");  // two decimals at most
     EXPECT_EQ(form.beeps, 4);
     Edit_Key_Down(vk::Return);
