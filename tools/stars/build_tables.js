@@ -213,7 +213,13 @@ const varSequence = new Map();
     pairsFrom('R', 'Z');
     pairsFrom('A', 'Q');
 }
+// A variable known by its Bayer letter ("α Ori", "i Boo") keeps the letter and stands
+// before the lettered variables of its constellation, in the order of the alphabet.
 function varDesig(text) {  // "V0822" -> "V 822", letters as they are; null if not a designation
+    const g = GREEK.indexOf(text);
+    if (text.length === 1 && g >= 0) return { text: text.padEnd(5, ' '), seq: -100 + g };
+    if (/^[a-zA-Z]$/.test(text) && !varSequence.has(text))
+        return { text: text.padEnd(5, ' '), seq: -50 + text.charCodeAt(0) - 65 };
     const v = text.match(/^V(\d+)$/);
     if (v) {
         const num = Number(v[1]);
