@@ -9,6 +9,8 @@
 
 #include <cstdint>
 
+#include "ephemeris/Series_Tables.h"
+
 namespace kelmoran {
 
 // Accuracy of a position call: 0 the full series, 1 the reduced series, 2 the fast route.
@@ -34,12 +36,17 @@ inline constexpr int Pluto = 11;
 inline constexpr int FirstStar = 12;
 }  // namespace body
 
-// The Earth (VSOP87 version D, heliocentric, ecliptic and equinox of date).
+// The Earth (VSOP87 version D, heliocentric, ecliptic and equinox of date, the equinox
+// moving by Laskar's 1986 precession). Accuracy from 1800 to 2200 against the JPL-based
+// Swiss Ephemeris: 0.15" at accuracy 0 and 1; the five-term head of accuracy 2 is within
+// 40". Accuracy 1 keeps about a seventh of the Earth's terms.
 class EarthSeries {
-public:
+  public:
     static EarthSeries& Instance();
 
-    // The Sun's geocentric rectangular coordinates, equatorial of J2000.0, AU, at `tau`.
+    // The Sun's geometric geocentric rectangular coordinates, mean equator and equinox of
+    // J2000.0, AU, at `tau`: the reduced series rotated by the precession of the ecliptic.
+    // Within 0.2" from 1800 to 2200 and 250" from 4000 BC to AD 8000.
     void SunJ2000(double tau, double& x, double& y, double& z) const;
     // The Earth's heliocentric rectangular coordinates, ecliptic of date, AU, at `t`;
     // accuracy 0 the full series, 1 the reduced one, 2 the five-term head of the Sun's
@@ -47,52 +54,71 @@ public:
     void EarthRect(SeriesAccuracy accuracy, double t, double& x, double& y, double& z) const;
     // The Sun's apparent ecliptic place of date without nutation (aberration and the
     // conversion to FK5 applied). In: lon = `t`, lat = the accuracy (0 or 1) as a double.
-    // Out: lon, lat in radians, dist in AU.
+    // Out: lon (0 .. 2π), lat in radians, dist in AU. Within 0.1" from 1800 to 2200.
+    // Accuracy 2 (or more) gives the five-term head.
     void SunPlace(double& lon, double& lat, double& dist) const;
 
-private:
+  private:
     EarthSeries();
+    // L, B, R of the Earth at `tau` by accuracy: 0 full, 1 reduced, 2 the five-term head.
+    void Earth_LBR(SeriesAccuracy accuracy, double tau, double& L, double& B, double& R) const;
+    VsopBody full_;
+    VsopBody reduced_;
 };
 
-// The Moon (ELP/MPP02, fitted to DE405).
+// The Moon (ELP/MPP02, fitted to DE405), referred to the equinox of date of the Earth's
+// series. From 1800 to 2200 within 0.1" of the JPL-based Swiss Ephemeris at accuracy 0
+// and 1, within 20" at accuracy 2; distance within 10 m (geometric). Cost: accuracy 0 all
+// 35,901 terms (under 1 ms), 1 about 2,100 terms, 2 about 160 (under 5 µs).
 class MoonSeries {
-public:
+  public:
     static MoonSeries& Instance();
 
     // The Moon's geocentric ecliptic place of date, apparent but for nutation (light time
     // and aberration included). In: lon = `t`, lat = the accuracy (0, 1 or 2) as a double.
-    // Out: lon, lat in radians, dist in kilometres.
+    // Out: lon (0 .. 2π), lat in radians, dist in kilometres (geometric).
     void MoonPlace(double& lon, double& lat, double& dist) const;
 
-private:
+  private:
     MoonSeries();
+    ElpMoon full_;
+    ElpMoon reduced_;
+    ElpMoon fast_;
 };
 
-// One planet (bodies 4 .. 10), VSOP87 version D: heliocentric L, B (radians, ecliptic and
-// equinox of date) and R (AU) at `tau`.
+// One planet (bodies 4 .. 10), VSOP87 version D: heliocentric L (0 .. 2π), B (radians,
+// ecliptic and equinox of date) and R (AU) at `tau`. From 1800 to 2200 within 0.3" of the
+// Swiss Ephemeris for Mercury to Mars, 0.7" for Jupiter and Saturn, 2" for Uranus and
+// 3.5" for Neptune (the series' own error); the reduced series stay within 0.5" of the
+// full ones, heliocentric and as seen from the Earth, at about a ninth of the cost.
 class PlanetSeries {
-public:
+  public:
     // The object of body 4 .. 10; any other number gives Mercury's.
     static PlanetSeries& For(int body);
 
     void PlaceReduced(double tau, double& L, double& B, double& R) const;  // accuracy 1
     void PlaceFull(double tau, double& L, double& B, double& R) const;     // accuracy 0
 
-private:
+  private:
     explicit PlanetSeries(int body);
     int body_;
+    VsopBody full_;
+    VsopBody reduced_;
 };
 
-// Pluto: heliocentric L, B (radians, ecliptic and equinox of J2000.0) and R (AU) at `tau`,
-// for every date of years -9999 .. 9999; never fails.
+// Pluto: heliocentric geometric L (0 .. 2π), B (radians, ecliptic and equinox of J2000.0)
+// and R (AU) at `tau`, from Chebyshev segments fitted to the Swiss Ephemeris files for
+// about 10200 BC to AD 10200 (within 0.08"). Dates outside take the nearest end of the
+// table; never fails.
 class PlutoSeries {
-public:
+  public:
     static PlutoSeries& Instance();
 
     void Place(double tau, double& L, double& B, double& R) const;
 
-private:
+  private:
     PlutoSeries();
+    ChebyshevTable table_;
 };
 
 }  // namespace kelmoran

@@ -11,7 +11,13 @@
 #include <QPainter>
 #include <QUrl>
 
+#include "settings/File_IO.h"
+#include "settings/SettingsRecord.h"
+#include "settings/System_TimeZone.h"
+#include "settings/User_Folders.h"
 #include "shell/SplashScreen.h"
+#include "voyage/Voyage_File.h"
+#include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
 
@@ -72,6 +78,16 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent) {
 
     Reset_Shell(this);
     Build_Menus();
+    // The settings name the default voyage plan: it is read, or the empty plan made.
+    const double now = Calc_JD(Now_UTC(), false);
+    Default_Plan_Hooks.Read_Plan = [now](const std::string& path) {
+        std::string message;
+        if (!Load_Plan(path, Voyage, message)) Voyage.New_Plan(now, Settings.FixSpeed);
+    };
+    Default_Plan_Hooks.Make_Empty_Plan = [now] { Voyage.New_Plan(now, Settings.FixSpeed); };
+    Find_User_Folder();
+    Load_User_Dat();
+    if (Settings.AutoTimeZone) Read_System_TimeZone();
     Shell.CurrentJD = Calc_JD(Now_UTC(), false);
     Create_Main_Screen();
     if (UiScreen* screen = Current_Ui_Screen()) screen->Resize(client_->size());
@@ -188,7 +204,7 @@ void fMain::Repaint() { client_->update(); }
 
 void fMain::Unload_Main() { close(); }
 
-void fMain::Save_Settings() {}
+void fMain::Save_Settings() { Save_User_Dat(); }
 
 bool fMain::Open_Help_File() {
     const QString path =

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include "shell/SplashScreen.h"
@@ -95,6 +96,8 @@ TEST(fMain, VersionInfoShowsTheVersionBox) {
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    // The settings file goes to a test folder, never to the user's own.
+    QStandardPaths::setTestModeEnabled(true);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,1 @@
+kelmoran_add_bench(bench_voyage ${CMAKE_CURRENT_LIST_DIR}/voyage.cpp)

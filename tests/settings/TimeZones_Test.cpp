@@ -1,0 +1,388 @@
+// Summer time read from the system's zone database for a northern zone (Europe/London) and
+// a southern one (Australia/Sydney); rule dates; a date control's bias, label and calendar;
+// the Time tab.
+#include <gtest/gtest.h>
+
+#include <QTimeZone>
+
+#include "settings/M_TimeZones.h"
+#include "settings/SettingsRecord.h"
+#include "settings/System_TimeZone.h"
+#include "shell/M_Kelmoran.h"
+
+namespace kelmoran {
+namespace {
+
+// The computer's zone for this run, set before Qt starts (Ui_Main.cpp).
+constexpr const char* kProcessZone = "Australia/Sydney";
+
+QDateTime Utc(int y, int m, int d, int h = 12) {
+    return QDateTime(QDate(y, m, d), QTime(h, 0), Qt::UTC);
+}
+
+MySystemTime Date(int y, int m, int d, int h = 12, int min = 0, int s = 0) {
+    MySystemTime t;
+    t.wYear = static_cast<int16_t>(y);
+    t.wMonth = static_cast<int16_t>(m);
+    t.wDay = static_cast<int16_t>(d);
+    t.wHour = static_cast<int16_t>(h);
+    t.wMinute = static_cast<int16_t>(min);
+    t.wSecond = static_cast<int16_t>(s);
+    return t;
+}
+
+// Reads a zone as the computer's at `now` into the shared rules.
+void Use_Zone(const char* id, const QDateTime& now) {
+    SystemZone zone;
+    ASSERT_TRUE(Query_System_Zone(id, now, zone)) << id;
+    Read_System_TimeZone(zone);
+}
+
+// A Gregorian date control at `date` with `bias`.
+DateControlState Control(const MySystemTime& date, int32_t bias) {
+    DateControlState c;
+    Set_LMT(c, date);
+    My_TZ_Bias(c, bias);
+    return c;
+}
+
+// Moves the control's date and lets the rules act, as the control does after an edit.
+LmtChange Move(DateControlState& c, const MySystemTime& date) {
+    c.Date = date;
+    c.MyJD = Calc_JD(date, c.JulDates != 0);
+    return Test_Date_for_LMT_Change(c);
+}
+
+class TimeZones : public ::testing::Test {
+protected:
+    void SetUp() override {
+        Settings = SettingsRecord{};
+        Settings.AutoTimeZone = kTrue;
+        TZ_Bias = 0;
+        SummerStart = {};
+        SummerEnd = {};
+    }
+};
+
+TEST_F(TimeZones, LondonRulesFromTheSystem) {
+    SystemZone zone;
+    ASSERT_TRUE(Query_System_Zone("Europe/London", Utc(2026, 6, 15), zone));
+    EXPECT_EQ(zone.StandardBias, 0);
+    EXPECT_EQ(zone.DaylightBias, 60);
+    EXPECT_TRUE(zone.DaylightInForce);
+    EXPECT_EQ(zone.DaylightDate.Month, 3);
+    EXPECT_EQ(zone.DaylightDate.Week, 5);
+    EXPECT_EQ(zone.DaylightDate.Hour, 1);
+    EXPECT_EQ(zone.StandardDate.Month, 10);
+    EXPECT_EQ(zone.StandardDate.Week, 5);
+    EXPECT_EQ(zone.StandardDate.Hour, 2);  // 02:00 summer time
+
+    Read_System_TimeZone(zone);
+    EXPECT_EQ(TZ_Bias, 60);
+    EXPECT_EQ(SummerStart.Weekday, 1);  // Sunday in the program's count
+    EXPECT_EQ(SummerEnd.Weekday, 1);
+    EXPECT_EQ(SummerStart.Bias, 60);
+    EXPECT_EQ(SummerEnd.Bias, 0);
+    EXPECT_EQ(SummerStart.Year, 2026);
+    EXPECT_EQ(SummerStart.Day, 29);
+    EXPECT_EQ(SummerEnd.Day, 25);
+    EXPECT_EQ(SummerStart.Moment, Calc_JD(Date(2026, 3, 29, 1), false));
+    EXPECT_EQ(SummerEnd.Moment, Calc_JD(Date(2026, 10, 25, 2), false));
+    EXPECT_EQ(Rule_Text(SummerStart), "Last Sunday in March");
+    EXPECT_EQ(Rule_Text(SummerEnd), "Last Sunday in October");
+
+    // In winter the standard bias is in force.
+    Use_Zone("Europe/London", Utc(2026, 1, 10));
+    EXPECT_EQ(TZ_Bias, 0);
+    EXPECT_EQ(SummerStart.Day, 29);
+}
+
+TEST_F(TimeZones, SydneyRulesFromTheSystem) {
+    SystemZone zone;
+    ASSERT_TRUE(Query_System_Zone("Australia/Sydney", Utc(2026, 1, 15), zone));
+    EXPECT_EQ(zone.StandardBias, 600);
+    EXPECT_EQ(zone.DaylightBias, 660);
+    EXPECT_TRUE(zone.DaylightInForce);
+    EXPECT_EQ(zone.DaylightDate.Month, 10);
+    EXPECT_EQ(zone.DaylightDate.Week, 1);
+    EXPECT_EQ(zone.DaylightDate.Hour, 2);
+    EXPECT_EQ(zone.StandardDate.Month, 4);
+    EXPECT_EQ(zone.StandardDate.Week, 1);
+    EXPECT_EQ(zone.StandardDate.Hour, 3);
+
+    Read_System_TimeZone(zone);
+    EXPECT_EQ(TZ_Bias, 660);
+    EXPECT_EQ(Rule_Text(SummerStart), "1st Sunday in October");
+    EXPECT_EQ(Rule_Text(SummerEnd), "1st Sunday in April");
+    EXPECT_EQ(SummerStart.Day, 4);
+    EXPECT_EQ(SummerEnd.Day, 5);
+    Use_Zone("Australia/Sydney", Utc(2026, 7, 1));
+    EXPECT_EQ(TZ_Bias, 600);
+}
+
+TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
+    Use_Zone("Asia/Kolkata", Utc(2026, 6, 15));
+    EXPECT_EQ(TZ_Bias, 330);
+    EXPECT_EQ(SummerStart.Month, 0);
+    EXPECT_EQ(SummerEnd.Month, 0);
+    EXPECT_EQ(Rule_Text(SummerStart), "Manual Entry");
+    const TimeTabLines lines = Time_Tab_Lines();
+    EXPECT_EQ(lines.First, "Daylight saving time is not used");
+    EXPECT_EQ(lines.Second, "");
+
+    // Dates move nowhere: the bias equals both (empty) rules' bias.
+    DateControlState c = Control(Date(2026, 7, 1), 330);
+    EXPECT_FALSE(Move(c, Date(2026, 12, 1)).BiasChanged);
+    EXPECT_EQ(c.Bias, 330);
+
+    SystemZone zone;
+    zone.StandardBias = 77;
+    EXPECT_FALSE(Query_System_Zone("Mars/Olympus_Mons", Utc(2026, 6, 15), zone));
+    EXPECT_EQ(zone.StandardBias, 77);
+}
+
+TEST_F(TimeZones, TheComputersOwnZone) {
+    ASSERT_EQ(QTimeZone::systemTimeZoneId(), QByteArray(kProcessZone));
+    TZ_Bias = 12345;
+    ASSERT_TRUE(Read_System_TimeZone());
+    const bool summer = QTimeZone(kProcessZone).isDaylightTime(QDateTime::currentDateTimeUtc());
+    EXPECT_EQ(TZ_Bias, summer ? 660 : 600);
+    EXPECT_EQ(SummerStart.Month, 10);
+    EXPECT_EQ(SummerEnd.Month, 4);
+    EXPECT_EQ(SummerStart.Bias, 660);
+}
+
+TEST_F(TimeZones, RuleDatesOverYears) {
+    DstRule lastSundayMarch{3, 1, 5, 1};
+    DstRule secondSundayMarch{3, 1, 2, 2};
+    DstRule firstSundayOctober{10, 1, 1, 2};
+    DstRule lastFridayFebruary{2, 6, 5, 0};
+    const struct {
+        int Year;
+        DstRule* Rule;
+        int Day;
+    } cases[] = {
+        {2024, &lastSundayMarch, 31},    {2025, &lastSundayMarch, 30},
+        {2026, &lastSundayMarch, 29},    {2027, &lastSundayMarch, 28},
+        {1996, &lastSundayMarch, 31},    {2025, &secondSundayMarch, 9},
+        {2026, &secondSundayMarch, 8},   {2026, &firstSundayOctober, 4},
+        {2027, &firstSundayOctober, 3},  {2024, &lastFridayFebruary, 23},
+        {2028, &lastFridayFebruary, 25}, {2000, &lastFridayFebruary, 25},
+    };
+    for (const auto& c : cases) {
+        Compute_Rule_Date(c.Year, *c.Rule);
+        EXPECT_EQ(c.Rule->Day, c.Day) << c.Year;
+        EXPECT_EQ(c.Rule->Year, c.Year);
+        EXPECT_EQ(c.Rule->Valid, kTrue);
+        EXPECT_EQ(c.Rule->Moment,
+                  Calc_JD(Date(c.Year, c.Rule->Month, c.Day, c.Rule->Hour), false));
+    }
+    // Outside 1916 .. 2099 the moment is 1 January at 00:00.
+    for (int year : {1900, 1915, 2100, 2500}) {
+        Compute_Rule_Date(year, lastSundayMarch);
+        EXPECT_EQ(lastSundayMarch.Moment, Calc_JD(Date(year, 1, 1, 0), false)) << year;
+    }
+    DstRule empty;
+    Compute_Rule_Date(2026, empty);
+    EXPECT_EQ(empty.Moment, Calc_JD(Date(2026, 1, 1, 0), false));
+    EXPECT_EQ(empty.Valid, 0);
+}
+
+TEST_F(TimeZones, NorthernDateAcrossRuleDatesMovesTheBias) {
+    Use_Zone("Europe/London", Utc(2026, 1, 10));
+    DateControlState c = Control(Date(2026, 3, 28), 0);
+    EXPECT_FALSE(Test_Date_for_LMT_Change(c).BiasChanged);
+    EXPECT_EQ(c.MyLMT_Text, "GMT");
+
+    LmtChange r = Move(c, Date(2026, 3, 29, 1, 0));
+    EXPECT_TRUE(r.BiasChanged);
+    EXPECT_EQ(c.Bias, 60);
+    EXPECT_EQ(c.MyLMT_Text, "Z+1");
+    EXPECT_FALSE(Move(c, Date(2026, 10, 25, 2, 0)).BiasChanged);  // the last moment of summer
+    EXPECT_TRUE(Move(c, Date(2026, 10, 25, 2, 1)).BiasChanged);
+    EXPECT_EQ(c.Bias, 0);
+    EXPECT_EQ(c.MyLMT_Text, "GMT");
+
+    // Another year: the rules are worked out for it.
+    EXPECT_FALSE(Move(c, Date(2027, 3, 28, 0, 59)).BiasChanged);
+    EXPECT_EQ(SummerStart.Year, 2027);
+    EXPECT_EQ(SummerStart.Day, 28);
+    EXPECT_TRUE(Move(c, Date(2027, 3, 28, 1, 0)).BiasChanged);
+    EXPECT_EQ(c.Bias, 60);
+}
+
+TEST_F(TimeZones, SouthernDateAcrossRuleDatesMovesTheBias) {
+    Use_Zone("Australia/Sydney", Utc(2026, 1, 15));
+    DateControlState c = Control(Date(2026, 1, 20), 660);
+    EXPECT_FALSE(Test_Date_for_LMT_Change(c).BiasChanged);
+    EXPECT_FALSE(Move(c, Date(2026, 4, 5, 2, 59)).BiasChanged);
+    EXPECT_TRUE(Move(c, Date(2026, 4, 5, 3, 0)).BiasChanged);
+    EXPECT_EQ(c.Bias, 600);
+    EXPECT_EQ(c.MyLMT_Text, "Z+10");
+    EXPECT_FALSE(Move(c, Date(2026, 7, 1)).BiasChanged);
+    EXPECT_TRUE(Move(c, Date(2026, 12, 1)).BiasChanged);
+    EXPECT_EQ(c.Bias, 660);
+    EXPECT_EQ(c.MyLMT_Text, "Z+11");
+}
+
+TEST_F(TimeZones, ManualBiasOffSwitchAndPlanControlsAreLeftAlone) {
+    Use_Zone("Europe/London", Utc(2026, 1, 10));
+    DateControlState manual = Control(Date(2026, 1, 10), 120);
+    for (const MySystemTime& d : {Date(2026, 6, 1), Date(2026, 12, 1), Date(2030, 7, 1)}) {
+        EXPECT_FALSE(Move(manual, d).BiasChanged);
+        EXPECT_EQ(manual.Bias, 120);
+    }
+
+    DateControlState plan = Control(Date(2026, 1, 10), 0);
+    plan.FollowsSummerTime = false;
+    EXPECT_FALSE(Move(plan, Date(2026, 6, 1)).BiasChanged);
+
+    Settings.AutoTimeZone = kFalse;
+    DateControlState off = Control(Date(2026, 1, 10), 0);
+    EXPECT_FALSE(Move(off, Date(2026, 6, 1)).BiasChanged);
+    EXPECT_EQ(off.Bias, 0);
+}
+
+TEST_F(TimeZones, DateIn1900KeepsItsBias) {
+    for (const char* zone : {"Europe/London", "Australia/Sydney"}) {
+        Use_Zone(zone, Utc(2026, 1, 10));
+        for (const int32_t bias : {SummerStart.Bias, SummerEnd.Bias}) {
+            DateControlState c = Control(Date(2026, 1, 10), bias);
+            for (const MySystemTime& d : {Date(1900, 7, 1), Date(1900, 1, 15), Date(1900, 1, 1, 0)}) {
+                EXPECT_FALSE(Move(c, d).BiasChanged) << zone;
+                EXPECT_EQ(c.Bias, bias) << zone;
+            }
+        }
+    }
+}
+
+TEST_F(TimeZones, FarDatesShowET) {
+    Use_Zone("Europe/London", Utc(2026, 1, 10));
+    DateControlState c = Control(Date(2026, 1, 10), 0);
+    LmtChange r = Move(c, Date(2150, 7, 1));
+    EXPECT_TRUE(r.LabelChanged);
+    EXPECT_EQ(c.MyLMT_Text, "ET");
+    EXPECT_EQ(c.Bias, 0);
+    r = Move(c, Date(2026, 1, 10));
+    EXPECT_TRUE(r.LabelChanged);
+    EXPECT_EQ(c.MyLMT_Text, "GMT");
+
+    DateControlState z = Control(Date(2026, 7, 1), 60);
+    EXPECT_TRUE(Move(z, Date(2101, 7, 1)).LabelChanged);
+    EXPECT_EQ(z.MyLMT_Text, "ET+1");
+    EXPECT_EQ(z.Bias, 60);
+    EXPECT_TRUE(Move(z, Date(2100, 7, 1)).LabelChanged);
+    EXPECT_EQ(z.MyLMT_Text, "Z+1");
+
+    DateControlState west = Control(Date(2026, 7, 1), -330);
+    EXPECT_TRUE(Move(west, Date(-1001, 7, 1)).LabelChanged);
+    EXPECT_EQ(west.MyLMT_Text, "ET-5.5");
+    EXPECT_TRUE(Move(west, Date(-1000, 7, 1)).LabelChanged);
+    EXPECT_EQ(west.MyLMT_Text, "Z-5.5");
+
+    EXPECT_EQ(Zone_Label(0, 3000), "ET");
+    EXPECT_EQ(Zone_Label(-60, 3000), "ET-1");
+    EXPECT_EQ(Zone_Label(-60, 2000), "Z-1");
+}
+
+TEST_F(TimeZones, GregorianReformFlipsToJulian) {
+    Settings.AutoTimeZone = kFalse;
+    DateControlState c = Control(Date(2000, 1, 1), 0);
+    EXPECT_FALSE(Move(c, Date(1582, 10, 15, 0)).ToJulian);
+    EXPECT_EQ(c.JulDates, 0);
+    EXPECT_FALSE(Move(c, Date(1582, 11, 1)).ToJulian);
+
+    LmtChange r = Move(c, Date(1582, 10, 14, 23, 59));
+    EXPECT_TRUE(r.ToJulian);
+    EXPECT_TRUE(r.RepaintDue());
+    EXPECT_EQ(c.JulDates, kTrue);
+    EXPECT_EQ(c.Date.wDay, 14);  // the fields stay as typed, now read as Julian
+    EXPECT_EQ(c.MyJD, Calc_JD(Date(1582, 10, 14, 23, 59), true));
+
+    DateControlState early = Control(Date(2000, 1, 1), 0);
+    EXPECT_TRUE(Move(early, Date(1500, 3, 1)).ToJulian);
+    DateControlState bc = Control(Date(2000, 1, 1), 0);
+    EXPECT_TRUE(Move(bc, Date(-44, 3, 15)).ToJulian);
+}
+
+TEST_F(TimeZones, SetLmtInMinutesMode) {
+    DateControlState c;
+    c.RoundToMinute = true;
+    Set_LMT(c, Date(2026, 5, 5, 12, 34, 45));
+    EXPECT_EQ(c.Date.wHour, 12);
+    EXPECT_EQ(c.Date.wMinute, 35);
+    EXPECT_EQ(c.Date.wSecond, 0);
+    Set_LMT(c, Date(2026, 5, 5, 12, 34, 29));
+    EXPECT_EQ(c.Date.wMinute, 34);
+    Set_LMT(c, Date(2026, 12, 31, 23, 59, 30));
+    EXPECT_EQ(c.Date.wYear, 2027);
+    EXPECT_EQ(c.Date.wMonth, 1);
+    EXPECT_EQ(c.Date.wDay, 1);
+    EXPECT_EQ(c.Date.wHour, 0);
+    EXPECT_EQ(c.Date.wMinute, 0);
+    EXPECT_EQ(c.MyJD, Calc_JD(Date(2027, 1, 1, 0), false));
+    // 29 February exists in Julian 1900, not in Gregorian.
+    Set_LMT(c, Date(1900, 2, 28, 23, 59, 50));
+    EXPECT_EQ(c.Date.wMonth, 3);
+    c.JulDates = kTrue;
+    Set_LMT(c, Date(1900, 2, 28, 23, 59, 50));
+    EXPECT_EQ(c.Date.wDay, 29);
+
+    DateControlState s;
+    Set_LMT(s, Date(2026, 5, 5, 12, 34, 45));
+    EXPECT_EQ(s.Date.wSecond, 45);  // seconds mode keeps them
+}
+
+TEST_F(TimeZones, TimeTab) {
+    Use_Zone("Europe/London", Utc(2026, 1, 10));
+    TimeTabLines lines = Time_Tab_Lines();
+    EXPECT_EQ(lines.First, "Summer Time Starts:  29 Mar '26 @ 01:00 (Last Sunday in March)");
+    EXPECT_EQ(lines.Second, "Summer Time Ends:  25 Oct '26 @ 02:00 (Last Sunday in October)");
+    EXPECT_STREQ(Time_Tab_Button(), "Disable");
+
+    Time_Tab_Disable();
+    EXPECT_EQ(Time_Tab_Lines().First, "Manual Settings in use");
+    EXPECT_STREQ(Time_Tab_Button(), "Restore Default");
+
+    Time_Tab_Restore_Default(Calc_JD(Date(2026, 6, 15), false));
+    EXPECT_EQ(Settings.AutoTimeZone, kTrue);
+    EXPECT_EQ(TZ_Bias, 60);
+    Time_Tab_Restore_Default(Calc_JD(Date(2025, 12, 15), false));
+    EXPECT_EQ(TZ_Bias, 0);
+
+    // The southern zone in its summer gets the winter bias: the test is the northern one.
+    Use_Zone("Australia/Sydney", Utc(2026, 1, 15));
+    Time_Tab_Restore_Default(Calc_JD(Date(2026, 1, 15), false));
+    EXPECT_EQ(TZ_Bias, 600);
+
+    TZ_Bias = 60;
+    TimeTabOffset o = Time_Tab_Offset(TZ_Bias);
+    EXPECT_FALSE(o.Negative);
+    EXPECT_EQ(o.Hours, 1);
+    Time_Tab_Flip_Sign(o);
+    EXPECT_EQ(TZ_Bias, -60);
+    EXPECT_EQ(Settings.AutoTimeZone, kFalse);
+
+    Settings.AutoTimeZone = kTrue;
+    EXPECT_FALSE(Time_Tab_Edit_Hours(o, 13));
+    EXPECT_EQ(TZ_Bias, -60);
+    EXPECT_EQ(Settings.AutoTimeZone, kTrue);
+    EXPECT_TRUE(Time_Tab_Edit_Minutes(o, 30));
+    EXPECT_EQ(TZ_Bias, -90);
+    EXPECT_EQ(Settings.AutoTimeZone, kFalse);
+    EXPECT_TRUE(Time_Tab_Edit_Hours(o, 12));
+    EXPECT_EQ(TZ_Bias, -720);
+    EXPECT_TRUE(Time_Tab_Edit_Minutes(o, 15));
+    EXPECT_EQ(TZ_Bias, -675);
+    EXPECT_FALSE(Time_Tab_Edit_Minutes(o, 60));
+
+    // A sign chosen while the bias is 0 holds for the next edit.
+    TimeTabOffset zero = Time_Tab_Offset(0);
+    Time_Tab_Flip_Sign(zero);
+    EXPECT_EQ(TZ_Bias, 0);
+    EXPECT_TRUE(Time_Tab_Edit_Hours(zero, 3));
+    EXPECT_EQ(TZ_Bias, -180);
+}
+
+}  // namespace
+}  // namespace kelmoran
