@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Embedded_Data.h"
+#include "ephemeris/Star_Place.h"
 
 namespace kelmoran {
 
@@ -53,6 +54,14 @@ constexpr std::array<TierFile, 3> kTierFiles = {{
     {"stars_tier3.bin", kTier2End + 1, kTier3End},
     {"stars_tier4.bin", kTier3End + 1, kTier4End},
 }};
+
+// The catalogue row of a star for the apparent-place routine.
+bool Star_Lookup(int32_t index, StarMotion& star) {
+    if (index < 0 || index > Catalogue_Upper()) return false;
+    const CatalogueStar& c = Catalogue[index];
+    star = StarMotion{c.RA, c.Dec, c.PmRA, c.PmDec};
+    return true;
+}
 
 // Records of type T copied from a blob; a trailing partial record is dropped.
 template <typename T>
@@ -215,6 +224,7 @@ bool Load_Star_Tier(int tier) {
     if (tier <= 1) {
         if (Catalogue_Upper() >= kBaseTierEnd) return true;  // tiers are never unloaded
         Catalogue = Records<CatalogueStar>(Blob("stars_base"));
+        Set_Star_Lookup(&Star_Lookup);
         Rebuild_Inverses();
         return Catalogue_Upper() == kBaseTierEnd;
     }

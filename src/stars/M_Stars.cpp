@@ -1,7 +1,11 @@
 #include "stars/M_Stars.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
+
+#include "ephemeris/Star_Place.h"
 
 namespace kelmoran {
 
@@ -48,6 +52,36 @@ std::string Variable_Text(const VariableStarEntry& v) {
 }
 
 }  // namespace
+
+std::vector<StarPlace> StarPlaces;
+
+double Place_Interval(const CatalogueStar& star) {
+    double pmRa = std::cos(static_cast<double>(star.Dec)) * star.PmRA;
+    double mu = std::sqrt(pmRa * pmRa + static_cast<double>(star.PmDec) * star.PmDec);
+    double interval = mu != 0.0 ? 8.85390985126292e-05 / mu : 7.0;
+    return interval < 7.0 ? 7.0 : interval;
+}
+
+void Compute_Star_Places(int32_t highest, double jd) {
+    if (highest < 0) return;
+    size_t old = StarPlaces.size();
+    if (StarPlaces.size() < static_cast<size_t>(highest) + 1) StarPlaces.resize(highest + 1);
+    for (size_t s = old; s < StarPlaces.size() && s < 12; ++s) {
+        StarPlaces[s].Magnitude = s < 2 ? -10.0f : s < 4 ? -9.0f : 0.0f;
+        StarPlaces[s].Done = true;
+    }
+    int32_t last = std::min(highest, Catalogue_Upper());
+    for (int32_t s = 12; s <= last; ++s) {
+        StarPlace& p = StarPlaces[s];
+        if (p.Done) continue;
+        static_cast<StarNames&>(p) = Star_Names_Of(s);
+        Calc_Star_Place(s, p.RA, p.Dec, jd);
+        p.JD = jd;
+        p.Magnitude = static_cast<float>(Catalogue[s].Mag) / 1000.0f;
+        p.Validity = Place_Interval(Catalogue[s]);
+        p.Done = true;
+    }
+}
 
 StarNames Star_Names_Of(int32_t star) {
     StarNames names;

@@ -22,6 +22,31 @@ struct StarNames {
     uint8_t IsGreek = 0;         // 1 when the designation's letter codes a Greek letter
 };
 
+// A star's working record: its apparent place at the moment it was computed, with its
+// magnitude and names.
+struct StarPlace : StarNames {
+    double RA = 0.0;        // apparent right ascension of date, radians, 0 .. 2π
+    double Dec = 0.0;       // apparent declination of date, radians
+    double JD = 0.0;        // the moment (MyJD) of RA and Dec
+    float Magnitude = 0.0f;  // visual magnitude
+    double Validity = 7.0;  // how long the place stands, from the proper motion (Place_Interval)
+    bool Done = false;      // the record has been computed
+};
+
+// The working records by star index, 0 .. the highest star in use. Rows 0 .. 11 are the
+// slots of the Sun, Moon and planets: they hold magnitudes only (Sun -10, Moon -9).
+extern std::vector<StarPlace> StarPlaces;
+
+// Sizes StarPlaces to `highest` + 1 rows, keeping what is there, and computes the place
+// (at `jd`, MyJD), magnitude and names of each star not yet computed. Stars beyond the
+// loaded catalogue are left undone: the caller loads their tier first (Load_Tiers_For).
+void Compute_Star_Places(int32_t highest, double jd);
+
+// How long a star's place may stand without recomputing: 8.85390985126292e-05 / μ, μ the
+// total proper motion in radians per Julian year (pmRA times cos Dec, and pmDec), that is
+// the time in which it moves about 18", and never below 7.0. Used as days by the body table.
+double Place_Interval(const CatalogueStar& star);
+
 // The names of star `star` (12 and up, within the loaded catalogue): the proper name when
 // the star has one; the designation from the designation row (Bayer letter and superscript,
 // else the Flamsteed number); for a star with neither but a variable row, the variable's
