@@ -9,6 +9,7 @@
 
 #include "Embedded_Data.h"
 #include "ephemeris/Star_Place.h"
+#include "settings/M_Formatting.h"
 
 namespace kelmoran {
 
@@ -84,7 +85,7 @@ std::vector<std::string> Split_List(std::string_view text) {
     size_t start = 0;
     for (;;) {
         size_t end = text.find(';', start);
-        out.push_back(Cp1252_To_Utf8(text.substr(start, end == std::string_view::npos
+        out.push_back(Ansi_To_Utf8(text.substr(start, end == std::string_view::npos
                                                              ? std::string_view::npos
                                                              : end - start)));
         if (end == std::string_view::npos) break;
@@ -164,30 +165,6 @@ int32_t Star_Of(std::vector<int32_t>& numbers, std::vector<int32_t>& inverse, co
 }
 
 }  // namespace
-
-std::string Cp1252_To_Utf8(std::string_view text) {
-    // Code points of 0x80 .. 0x9F; the rest of the upper half is Latin-1.
-    static constexpr char16_t kHigh[32] = {
-        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-    std::string out;
-    out.reserve(text.size());
-    for (unsigned char c : text) {
-        char32_t cp = (c >= 0x80 && c < 0xA0) ? kHigh[c - 0x80] : c;
-        if (cp < 0x80) {
-            out += static_cast<char>(cp);
-        } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        }
-    }
-    return out;
-}
 
 bool Star_Name_Less(std::string_view a, std::string_view b) {
     auto fold = [](unsigned char c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; };

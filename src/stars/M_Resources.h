@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "stars/Catalogue_Limits.h"
@@ -107,9 +108,6 @@ extern std::vector<int32_t> Hip_Inverse;  // by Hipparcos number: star index (0 
 // then magnitudes 3.5, 4, 5, 6, 7 (the base tier), 8, 9 and the whole catalogue.
 inline constexpr std::array<int32_t, 9> kMagnitudeLimitIndex = {
     0, kMag3_5End, kMag4End, kMag5End, kMag6End, kBaseTierEnd, kTier2End, kTier3End, kTier4End};
-
-// The text of a Windows-1252 name list as UTF-8.
-std::string Cp1252_To_Utf8(std::string_view text);
 
 // The order of the name lists: ASCII letters compared without case, then exactly
 // (byte order of UTF-8, that is by code point). Bisection over the lists uses it.

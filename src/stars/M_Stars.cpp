@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ephemeris/Star_Place.h"
+#include "settings/M_Formatting.h"
 
 namespace kelmoran {
 
@@ -13,10 +14,6 @@ namespace {
 
 // Greek letter codes (the keys of the Symbol typeface) in the order of the alphabet.
 constexpr std::string_view kGreekCodes = "abgdezhqiklmnxoprstufcyw";
-constexpr std::array<const char*, 24> kGreekNames = {
-    "Alpha", "Beta",    "Gamma", "Delta", "Epsilon", "Zeta", "Eta",     "Theta",
-    "Iota",  "Kappa",   "Lambda", "Mu",   "Nu",      "Xi",   "Omicron", "Pi",
-    "Rho",   "Sigma",   "Tau",   "Upsilon", "Phi",   "Chi",  "Psi",     "Omega"};
 
 std::string Trim_End(std::string text) {
     text.erase(text.find_last_not_of(' ') + 1);
@@ -112,10 +109,7 @@ StarNames Star_Names_Of(int32_t star) {
     return names;
 }
 
-std::string Greek_Letter_Name(char code) {
-    size_t k = kGreekCodes.find(code);
-    return code != 0 && k != std::string_view::npos ? kGreekNames[k] : "";
-}
+std::string Greek_Letter_Name(char code) { return Greek_Full(code); }
 
 char32_t Greek_Code_Point(char code) {
     size_t k = kGreekCodes.find(code);
