@@ -32,12 +32,14 @@ constexpr double kMinusOneDegree = -1.0 / 57.2957795130823;
 // Semi-diameter constant by body: radians at one AU, kilometres for the Moon. A negative
 // value gives the limb above the centre.
 constexpr std::array<float, 12> kSemiDiameter = {
-    -0.00465241752803144f,   0.00465241752803144f,  -1737.92808633851f,
+    -0.00465241752803144f,   0.00465241752803144f,    -1737.92808633851f,
     1737.92808633851f,       1.6192776456591673e-05f, 4.077282937942073e-05f,
-    2.2689280740451068e-05f, 0.0004508767160587013f, 0.00035803491482511163f,
+    2.2689280740451068e-05f, 0.0004508767160587013f,  0.00035803491482511163f,
     0.00016978174971882254f, 0.00016241258708760142f, 1.0035642844741233e-05f};
 
-bool Is_Moon(int32_t body) { return body == body::MoonUpperLimb || body == body::MoonLowerLimb; }
+bool Is_Moon(int32_t body) {
+    return body == body::MoonUpperLimb || body == body::MoonLowerLimb;
+}
 
 // The Earth's distance from the Sun in AU, the argument of the planets' magnitudes.
 float Earth_Sun_Distance(const EarthFrame& frame) {
@@ -163,9 +165,9 @@ void Calc_AltAz(AltAzResult& result, int32_t body, float latitude, float longitu
     double t = place.GHA + longitude;
     if (t < 0.0) t += kTwoPi;
     const double h = Arc_Sin(std::cos(dec) * cosPhi * std::cos(t) + std::sin(dec) * sinPhi);
-    double azimuth = Atan2_R4(static_cast<float>(std::sin(kTwoPi - t)),
-                              static_cast<float>(std::tan(dec) * cosPhi -
-                                                 std::cos(kTwoPi - t) * sinPhi));
+    double azimuth =
+        Atan2_R4(static_cast<float>(std::sin(kTwoPi - t)),
+                 static_cast<float>(std::tan(dec) * cosPhi - std::cos(kTwoPi - t) * sinPhi));
 
     double sd = 0.0;
     double parallax = 0.0;  // in altitude
@@ -186,14 +188,17 @@ void Calc_AltAz(AltAzResult& result, int32_t body, float latitude, float longitu
         // Parallax in azimuth and altitude, with the difference between the geodetic
         // and the geocentric latitude.
         constexpr double kAxisRatio = 6356.755 / 6378.137;
-        const float u = static_cast<float>(phi - std::atan(std::tan(phi) / (kAxisRatio * kAxisRatio)));
+        const float u =
+            static_cast<float>(phi - std::atan(std::tan(phi) / (kAxisRatio * kAxisRatio)));
         const float cosA = static_cast<float>(std::cos(azimuth));
         const float sinA = static_cast<float>(std::sin(azimuth));
         const float cosX = static_cast<float>(std::cos(x));
         const float q = static_cast<float>(p * std::sin(u) * cosA / cosX);
-        float dA = std::atan(std::sin(q) * std::tan(static_cast<float>(azimuth)) / (1.0f - std::sin(q)));
+        float dA =
+            std::atan(std::sin(q) * std::tan(static_cast<float>(azimuth)) / (1.0f - std::sin(q)));
         const float w = static_cast<float>(u * cosA - u * u * p * sinA / (2.0 * cosX * cosX));
-        const float s = static_cast<float>(Arc_Sin(p * std::cos(u) * std::sin(x + w) / std::cos(w)));
+        const float s =
+            static_cast<float>(Arc_Sin(p * std::cos(u) * std::sin(x + w) / std::cos(w)));
         double ratio = std::sin(s) / std::tan(x + w);
         if (!std::isfinite(ratio)) ratio = p * std::cos(u) / std::cos(w) * std::cos(x + w);
         parallax = std::atan(ratio / (1.0 - std::sin(s)));

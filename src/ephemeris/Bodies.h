@@ -21,25 +21,25 @@ namespace kelmoran {
 
 // The names of the first twelve rows, as tables show them.
 inline constexpr std::array<const char*, 12> kBodyNames = {
-    "Sun's UL", "Sun",     "Moon's UL", "Moon",   "Mercury", "Venus",
-    "Mars",     "Jupiter", "Saturn",    "Neptune", "Uranus", "Pluto"};
+    "Sun's UL", "Sun",     "Moon's UL", "Moon",    "Mercury", "Venus",
+    "Mars",     "Jupiter", "Saturn",    "Neptune", "Uranus",  "Pluto"};
 
 // A body's computed data. Angles in radians.
 struct BodyRecord {
-    double RA = 0.0;          // apparent right ascension
-    double Dec = 0.0;         // apparent declination
-    double GHA = 0.0;         // Greenwich hour angle
+    double RA = 0.0;               // apparent right ascension
+    double Dec = 0.0;              // apparent declination
+    double GHA = 0.0;              // Greenwich hour angle
     double PositionJD = kNeverJD;  // MyJD of RA, Dec, Magnitude and Distance
     double AltAzJD = kNeverJD;     // MyJD of the altitude and azimuth
-    double Interval = 0.0;    // days for which RA and Dec may stand (0 for the solar system)
-    float Magnitude = 0.0f;   // visual magnitude
-    float Distance = 0.0f;    // AU for the Sun and planets, km for the Moon; unused for stars
-    float TrueAlt = 0.0f;     // geocentric altitude of the centre
-    float SextantAlt = 0.0f;  // the altitude a sextant would read
-    float Azimuth = 0.0f;     // true azimuth from North through East
-    float SD = 0.0f;          // semi-diameter, signed by the limb (negative: upper limb)
+    double Interval = 0.0;         // days for which RA and Dec may stand (0 for the solar system)
+    float Magnitude = 0.0f;        // visual magnitude
+    float Distance = 0.0f;         // AU for the Sun and planets, km for the Moon; unused for stars
+    float TrueAlt = 0.0f;          // geocentric altitude of the centre
+    float SextantAlt = 0.0f;       // the altitude a sextant would read
+    float Azimuth = 0.0f;          // true azimuth from North through East
+    float SD = 0.0f;               // semi-diameter, signed by the limb (negative: upper limb)
     std::vector<std::string> Texts;  // cached cell texts, emptied when the place changes
-    StarNames Names;          // a star's names, filled on first need
+    StarNames Names;                 // a star's names, filled on first need
     bool NamesDone = false;
 
     // A moment that no date has: a record starts stale.

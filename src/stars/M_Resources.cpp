@@ -35,13 +35,13 @@ namespace {
 // bisection over (star, row) pairs.
 constexpr int32_t kDesignationDirectEnd = 6000;
 
-std::vector<int16_t> designationDirect;                  // by star index below 6000
+std::vector<int16_t> designationDirect;                     // by star index below 6000
 std::vector<std::pair<int32_t, int32_t>> designationPairs;  // ascending by star
-std::vector<int16_t> mainNameDirect;                     // by star index to kMainNameDirectEnd
+std::vector<int16_t> mainNameDirect;                        // by star index to kMainNameDirectEnd
 std::vector<std::pair<int32_t, int32_t>> mainNameOverflow;  // stars beyond, in list order
-std::vector<std::pair<int32_t, int32_t>> variablePairs;  // ascending by star
+std::vector<std::pair<int32_t, int32_t>> variablePairs;     // ascending by star
 bool variablesLoaded = false;
-std::vector<int32_t> mainBodyInverse;                    // by star index to kFaintestMainStar
+std::vector<int32_t> mainBodyInverse;  // by star index to kFaintestMainStar
 std::filesystem::path dataFolder;
 
 // The tier files, the rows they hold and the catalogue's upper bound once each is in.
@@ -72,7 +72,9 @@ std::vector<T> Records(std::span<const unsigned char> blob) {
     return out;
 }
 
-std::span<const unsigned char> Blob(std::string_view name) { return Embedded_Data(name); }
+std::span<const unsigned char> Blob(std::string_view name) {
+    return Embedded_Data(name);
+}
 
 std::string_view Text(std::string_view name) {
     auto b = Blob(name);
@@ -85,9 +87,8 @@ std::vector<std::string> Split_List(std::string_view text) {
     size_t start = 0;
     for (;;) {
         size_t end = text.find(';', start);
-        out.push_back(Ansi_To_Utf8(text.substr(start, end == std::string_view::npos
-                                                             ? std::string_view::npos
-                                                             : end - start)));
+        out.push_back(Ansi_To_Utf8(text.substr(
+            start, end == std::string_view::npos ? std::string_view::npos : end - start)));
         if (end == std::string_view::npos) break;
         start = end + 1;
     }
@@ -170,7 +171,8 @@ bool Star_Name_Less(std::string_view a, std::string_view b) {
     auto fold = [](unsigned char c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; };
     size_t n = std::min(a.size(), b.size());
     for (size_t i = 0; i < n; ++i) {
-        int fa = fold(static_cast<unsigned char>(a[i])), fb = fold(static_cast<unsigned char>(b[i]));
+        int fa = fold(static_cast<unsigned char>(a[i])),
+            fb = fold(static_cast<unsigned char>(b[i]));
         if (fa != fb) return fa < fb;
     }
     if (a.size() != b.size()) return a.size() < b.size();
@@ -179,7 +181,9 @@ bool Star_Name_Less(std::string_view a, std::string_view b) {
 
 // ---------------------------------------------------------------- data folders
 
-void Set_Star_Data_Folder(const std::filesystem::path& folder) { dataFolder = folder; }
+void Set_Star_Data_Folder(const std::filesystem::path& folder) {
+    dataFolder = folder;
+}
 
 std::vector<std::filesystem::path> Star_Data_Folders() {
     if (!dataFolder.empty()) return {dataFolder};
@@ -195,7 +199,9 @@ std::vector<std::filesystem::path> Star_Data_Folders() {
 
 // ---------------------------------------------------------------- the catalogue tiers
 
-int32_t Catalogue_Upper() { return static_cast<int32_t>(Catalogue.size()) - 1; }
+int32_t Catalogue_Upper() {
+    return static_cast<int32_t>(Catalogue.size()) - 1;
+}
 
 bool Load_Star_Tier(int tier) {
     if (tier <= 1) {
@@ -338,8 +344,9 @@ void Load_Constellations() {
 void Load_Main_Stars() {
     auto names = Name_List("star_nav_names", "star_nav_links");
     for (size_t row = 0; row < MainStars.size(); ++row)
-        MainStars[row] = row + 1 < names.size() ? MainStarRow{names[row + 1].Star, names[row + 1].Name}
-                                                : MainStarRow{};
+        MainStars[row] = row + 1 < names.size()
+                             ? MainStarRow{names[row + 1].Star, names[row + 1].Name}
+                             : MainStarRow{};
 }
 
 void Load_Main_Bodies() {
@@ -357,18 +364,24 @@ void Load_Variables() {
     Variables.insert(Variables.end(), rows.begin(), rows.end());
     variablePairs.clear();
     for (size_t row = 1; row < Variables.size(); ++row)
-        if (Variables[row].Star > 10) variablePairs.emplace_back(Variables[row].Star, static_cast<int32_t>(row));
+        if (Variables[row].Star > 10)
+            variablePairs.emplace_back(Variables[row].Star, static_cast<int32_t>(row));
     // The first row of each star wins: a stable sort keeps the table's order among equals.
     std::stable_sort(variablePairs.begin(), variablePairs.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
-    variablePairs.erase(std::unique(variablePairs.begin(), variablePairs.end(),
-                                    [](const auto& a, const auto& b) { return a.first == b.first; }),
-                        variablePairs.end());
+    variablePairs.erase(
+        std::unique(variablePairs.begin(), variablePairs.end(),
+                    [](const auto& a, const auto& b) { return a.first == b.first; }),
+        variablePairs.end());
     variablesLoaded = true;
 }
 
-void Load_HD_Numbers() { Load_Numbers("star_hd_numbers.bin", HD_Numbers, HD_Inverse); }
-void Load_Hip_Numbers() { Load_Numbers("star_hip_numbers.bin", Hip_Numbers, Hip_Inverse); }
+void Load_HD_Numbers() {
+    Load_Numbers("star_hd_numbers.bin", HD_Numbers, HD_Inverse);
+}
+void Load_Hip_Numbers() {
+    Load_Numbers("star_hip_numbers.bin", Hip_Numbers, Hip_Inverse);
+}
 
 void Load_Star_Tables() {
     Load_Names();
@@ -383,7 +396,8 @@ void Load_Star_Tables() {
 // ---------------------------------------------------------------- lookups
 
 int32_t Find_Main_Name_Row(int32_t star) {
-    if (star >= 0 && star < static_cast<int32_t>(mainNameDirect.size())) return mainNameDirect[star];
+    if (star >= 0 && star < static_cast<int32_t>(mainNameDirect.size()))
+        return mainNameDirect[star];
     for (const auto& [s, row] : mainNameOverflow)
         if (s == star) return row;
     return 0;
@@ -405,9 +419,13 @@ int32_t Main_Body_Row(int32_t star) {
     return mainBodyInverse[star];
 }
 
-bool Is_Main_Star(int32_t star) { return Main_Body_Row(star) > 0; }
+bool Is_Main_Star(int32_t star) {
+    return Main_Body_Row(star) > 0;
+}
 
-int32_t Star_Of_HD(int32_t hd) { return Star_Of(HD_Numbers, HD_Inverse, "star_hd_numbers.bin", hd); }
+int32_t Star_Of_HD(int32_t hd) {
+    return Star_Of(HD_Numbers, HD_Inverse, "star_hd_numbers.bin", hd);
+}
 
 int32_t Star_Of_Hip(int32_t hip) {
     return Star_Of(Hip_Numbers, Hip_Inverse, "star_hip_numbers.bin", hip);

@@ -88,17 +88,17 @@ struct MainStarRow {
 inline constexpr int kMainStarCount = 58;
 
 // ---------------------------------------------------------------- the tables
-extern std::vector<CatalogueStar> Catalogue;                 // rows 0 .. Catalogue_Upper()
-extern std::vector<DesignationEntry> Designations;           // rows 1 .. n; row 0 empty
-extern std::vector<VariableStarEntry> Variables;             // rows 1 .. n; row 0 empty
-extern std::vector<StarNameEntry> AllNames;                  // row 0 the empty name
-extern std::vector<StarNameEntry> MainNames;                 // row 0 the empty name
+extern std::vector<CatalogueStar> Catalogue;                    // rows 0 .. Catalogue_Upper()
+extern std::vector<DesignationEntry> Designations;              // rows 1 .. n; row 0 empty
+extern std::vector<VariableStarEntry> Variables;                // rows 1 .. n; row 0 empty
+extern std::vector<StarNameEntry> AllNames;                     // row 0 the empty name
+extern std::vector<StarNameEntry> MainNames;                    // row 0 the empty name
 extern std::array<ConstellationStars, 89> Constellation_Stars;  // 1 .. 88
-extern std::array<std::string, 89> Constellation_Abbrev;     // 0 a single blank
-extern std::array<std::string, 89> Constellation_Name;       // 0 a single blank
-extern std::array<int32_t, 89> Constellation_Label_Width;    // pixels in the atlas label font
-extern std::array<MainStarRow, kMainStarCount> MainStars;    // alphabetical by almanac name
-extern std::vector<int32_t> MainBodies;  // slots 0, 2, 4 .. 8, then the 58 stars ascending
+extern std::array<std::string, 89> Constellation_Abbrev;        // 0 a single blank
+extern std::array<std::string, 89> Constellation_Name;          // 0 a single blank
+extern std::array<int32_t, 89> Constellation_Label_Width;       // pixels in the atlas label font
+extern std::array<MainStarRow, kMainStarCount> MainStars;       // alphabetical by almanac name
+extern std::vector<int32_t> MainBodies;   // slots 0, 2, 4 .. 8, then the 58 stars ascending
 extern std::vector<int32_t> HD_Numbers;   // by star index over all tiers; empty until loaded
 extern std::vector<int32_t> Hip_Numbers;  // by star index over all tiers; empty until loaded
 extern std::vector<int32_t> HD_Inverse;   // by HD number: star index (0 none)

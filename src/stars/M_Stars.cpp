@@ -109,7 +109,9 @@ StarNames Star_Names_Of(int32_t star) {
     return names;
 }
 
-std::string Greek_Letter_Name(char code) { return Greek_Full(code); }
+std::string Greek_Letter_Name(char code) {
+    return Greek_Full(code);
+}
 
 char32_t Greek_Code_Point(char code) {
     size_t k = kGreekCodes.find(code);
@@ -160,21 +162,21 @@ std::string Designation_Sort_Key(std::string_view designation) {
     // Codes whose Latin order differs from the Greek order move to the letter of their
     // place in the alphabet; a, b, d, e, i, o, p, y already stand right.
     static constexpr std::array<std::pair<char, char>, 16> kRecode = {{{'g', 'c'},
-                                                                      {'z', 'f'},
-                                                                      {'h', 'g'},
-                                                                      {'q', 'h'},
-                                                                      {'k', 'j'},
-                                                                      {'l', 'k'},
-                                                                      {'m', 'l'},
-                                                                      {'n', 'm'},
-                                                                      {'x', 'n'},
-                                                                      {'r', 'q'},
-                                                                      {'s', 'r'},
-                                                                      {'t', 's'},
-                                                                      {'u', 't'},
-                                                                      {'f', 'u'},
-                                                                      {'c', 'x'},
-                                                                      {'w', 'z'}}};
+                                                                       {'z', 'f'},
+                                                                       {'h', 'g'},
+                                                                       {'q', 'h'},
+                                                                       {'k', 'j'},
+                                                                       {'l', 'k'},
+                                                                       {'m', 'l'},
+                                                                       {'n', 'm'},
+                                                                       {'x', 'n'},
+                                                                       {'r', 'q'},
+                                                                       {'s', 'r'},
+                                                                       {'t', 's'},
+                                                                       {'u', 't'},
+                                                                       {'f', 'u'},
+                                                                       {'c', 'x'},
+                                                                       {'w', 'z'}}};
     for (const auto& [from, to] : kRecode) {
         if (key[0] == from) {
             key[0] = to;

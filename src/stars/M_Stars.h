@@ -25,12 +25,12 @@ struct StarNames {
 // A star's working record: its apparent place at the moment it was computed, with its
 // magnitude and names.
 struct StarPlace : StarNames {
-    double RA = 0.0;        // apparent right ascension of date, radians, 0 .. 2π
-    double Dec = 0.0;       // apparent declination of date, radians
-    double JD = 0.0;        // the moment (MyJD) of RA and Dec
+    double RA = 0.0;         // apparent right ascension of date, radians, 0 .. 2π
+    double Dec = 0.0;        // apparent declination of date, radians
+    double JD = 0.0;         // the moment (MyJD) of RA and Dec
     float Magnitude = 0.0f;  // visual magnitude
-    double Validity = 7.0;  // how long the place stands, from the proper motion (Place_Interval)
-    bool Done = false;      // the record has been computed
+    double Validity = 7.0;   // how long the place stands, from the proper motion (Place_Interval)
+    bool Done = false;       // the record has been computed
 };
 
 // The working records by star index, 0 .. the highest star in use. Rows 0 .. 11 are the

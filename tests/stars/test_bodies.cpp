@@ -24,7 +24,9 @@ constexpr double kArcsec = 206264.806247096;
 constexpr double kDegrees = 57.2957795130823;
 constexpr double kTwoPi = 6.28318530717959;
 
-double Angle_Diff(double a, double b) { return std::remainder(a - b, kTwoPi) * kArcsec; }
+double Angle_Diff(double a, double b) {
+    return std::remainder(a - b, kTwoPi) * kArcsec;
+}
 
 // A deterministic spread of values in 0 .. 1.
 struct Spread {
@@ -52,7 +54,7 @@ void Observe_From(float lat, float lon) {
 }
 
 class BodyService : public ::testing::Test {
-protected:
+  protected:
     static void SetUpTestSuite() {
         swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
         Load_Star_Tables();
@@ -140,8 +142,10 @@ TEST_F(BodyService, ReductionAgainstTheSwissEphemeris) {
             worstLimb = std::max(worstLimb, dLimb);
         }
     }
-    std::printf("reduction: largest true altitude %.3f\", azimuth %.3f\" (x cos alt), "
-                "limb altitude %.3f\"\n", worstAlt, worstAz, worstLimb);
+    std::printf(
+        "reduction: largest true altitude %.3f\", azimuth %.3f\" (x cos alt), "
+        "limb altitude %.3f\"\n",
+        worstAlt, worstAz, worstLimb);
 }
 
 // The whole road: our places of the Sun, Moon and planets and our sidereal time, through
@@ -175,8 +179,8 @@ TEST_F(BodyService, BodyTableAgainstTheSwissEphemeris) {
         }
     }
     swe_set_delta_t_userdef(SE_DELTAT_AUTOMATIC);
-    std::printf("body table: largest true altitude %.3f\", azimuth %.3f\" (x cos alt)\n",
-                worstAlt, worstAz);
+    std::printf("body table: largest true altitude %.3f\", azimuth %.3f\" (x cos alt)\n", worstAlt,
+                worstAz);
 }
 
 TEST_F(BodyService, EdgeCases) {

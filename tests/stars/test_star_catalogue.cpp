@@ -15,7 +15,7 @@ namespace kelmoran {
 namespace {
 
 class StarCatalogue : public ::testing::Test {
-protected:
+  protected:
     static void SetUpTestSuite() {
         Load_Star_Tables();
         ASSERT_TRUE(Load_Star_Tier(4)) << "the tier files of data/ must be found";
@@ -44,7 +44,8 @@ TEST_F(StarCatalogue, SlotsAndBrightnessOrder) {
         ASSERT_LE(Catalogue[s - 1].Mag, Catalogue[s].Mag) << "star " << s;
     for (int32_t s = 12; s <= kTier4End; ++s) {
         const CatalogueStar& c = Catalogue[s];
-        ASSERT_TRUE(c.RA >= 0.0f && c.RA < 6.2831855f && c.Dec >= -1.5707964f && c.Dec <= 1.5707964f)
+        ASSERT_TRUE(c.RA >= 0.0f && c.RA < 6.2831855f && c.Dec >= -1.5707964f &&
+                    c.Dec <= 1.5707964f)
             << "star " << s;
         ASSERT_TRUE(c.VarFlag == ' ' || c.VarFlag == 'v' || c.VarFlag == 'V') << s;
         ASSERT_TRUE(c.NameFlag == 0 || c.NameFlag == 'D' || c.NameFlag == 'N') << s;
@@ -55,10 +56,9 @@ TEST_F(StarCatalogue, SlotsAndBrightnessOrder) {
 }
 
 TEST_F(StarCatalogue, LimitsFollowTheMagnitudes) {
-    const std::pair<int32_t, int> limits[] = {{kMag3_5End, 3500}, {kMag4End, 4000},
-                                              {kMag5End, 5000},   {kMag6End, 6000},
-                                              {kBaseTierEnd, 7000}, {kTier2End, 8000},
-                                              {kTier3End, 9000}};
+    const std::pair<int32_t, int> limits[] = {
+        {kMag3_5End, 3500},   {kMag4End, 4000},  {kMag5End, 5000}, {kMag6End, 6000},
+        {kBaseTierEnd, 7000}, {kTier2End, 8000}, {kTier3End, 9000}};
     for (auto [last, mag] : limits) {
         EXPECT_LT(Catalogue[last].Mag, mag) << last;
         EXPECT_GE(Catalogue[last + 1].Mag, mag) << last;
@@ -72,31 +72,33 @@ TEST_F(StarCatalogue, NavigationalStars) {
     // Almanac name, and the Bayer designation the star must bear (the code of its letter,
     // the superscript, the constellation).
     const std::map<std::string, std::string> expected = {
-        {"Acamar", "q1 Eri"},   {"Achernar", "a Eri"},   {"Acrux", "a1 Cru"},
-        {"Adhara", "e CMa"},    {"Aldebaran", "a Tau"},  {"Alioth", "e UMa"},
-        {"Alkaid", "h UMa"},    {"Alnair", "a Gru"},     {"Alnilam", "e Ori"},
-        {"Alphard", "a Hya"},   {"Alphecca", "a CrB"},   {"Alpheratz", "a And"},
-        {"Altair", "a Aql"},    {"Ankaa", "a Phe"},      {"Antares", "a Sco"},
-        {"Arcturus", "a Boo"},  {"Atria", "a TrA"},      {"Avior", "e Car"},
-        {"Bellatrix", "g Ori"}, {"Betelgeuse", "a Ori"}, {"Canopus", "a Car"},
-        {"Capella", "a Aur"},   {"Deneb", "a Cyg"},      {"Denebola", "b Leo"},
-        {"Diphda", "b Cet"},    {"Dubhe", "a UMa"},      {"Elnath", "b Tau"},
-        {"Eltanin", "g Dra"},   {"Enif", "e Peg"},       {"Fomalhaut", "a PsA"},
-        {"Gacrux", "g Cru"},    {"Gienah", "g Crv"},     {"Hadar", "b Cen"},
-        {"Hamal", "a Ari"},     {"Kaus Aust.", "e Sgr"}, {"Kochab", "b UMi"},
-        {"Markab", "a Peg"},    {"Menkar", "a Cet"},     {"Menkent", "q Cen"},
-        {"Miaplacidus", "b Car"}, {"Mirfak", "a Per"},   {"Nunki", "s Sgr"},
-        {"Peacock", "a Pav"},   {"Polaris", "a UMi"},    {"Pollux", "b Gem"},
-        {"Procyon", "a CMi"},   {"Rasalhague", "a Oph"}, {"Regulus", "a Leo"},
-        {"Rigel", "b Ori"},     {"Rigil Kent", "a1 Cen"}, {"Sabik", "h Oph"},
-        {"Schedar", "a Cas"},   {"Shaula", "l Sco"},     {"Sirius", "a CMa"},
-        {"Spica", "a Vir"},     {"Suhail", "l Vel"},     {"Vega", "a Lyr"},
+        {"Acamar", "q1 Eri"},     {"Achernar", "a Eri"},    {"Acrux", "a1 Cru"},
+        {"Adhara", "e CMa"},      {"Aldebaran", "a Tau"},   {"Alioth", "e UMa"},
+        {"Alkaid", "h UMa"},      {"Alnair", "a Gru"},      {"Alnilam", "e Ori"},
+        {"Alphard", "a Hya"},     {"Alphecca", "a CrB"},    {"Alpheratz", "a And"},
+        {"Altair", "a Aql"},      {"Ankaa", "a Phe"},       {"Antares", "a Sco"},
+        {"Arcturus", "a Boo"},    {"Atria", "a TrA"},       {"Avior", "e Car"},
+        {"Bellatrix", "g Ori"},   {"Betelgeuse", "a Ori"},  {"Canopus", "a Car"},
+        {"Capella", "a Aur"},     {"Deneb", "a Cyg"},       {"Denebola", "b Leo"},
+        {"Diphda", "b Cet"},      {"Dubhe", "a UMa"},       {"Elnath", "b Tau"},
+        {"Eltanin", "g Dra"},     {"Enif", "e Peg"},        {"Fomalhaut", "a PsA"},
+        {"Gacrux", "g Cru"},      {"Gienah", "g Crv"},      {"Hadar", "b Cen"},
+        {"Hamal", "a Ari"},       {"Kaus Aust.", "e Sgr"},  {"Kochab", "b UMi"},
+        {"Markab", "a Peg"},      {"Menkar", "a Cet"},      {"Menkent", "q Cen"},
+        {"Miaplacidus", "b Car"}, {"Mirfak", "a Per"},      {"Nunki", "s Sgr"},
+        {"Peacock", "a Pav"},     {"Polaris", "a UMi"},     {"Pollux", "b Gem"},
+        {"Procyon", "a CMi"},     {"Rasalhague", "a Oph"},  {"Regulus", "a Leo"},
+        {"Rigel", "b Ori"},       {"Rigil Kent", "a1 Cen"}, {"Sabik", "h Oph"},
+        {"Schedar", "a Cas"},     {"Shaula", "l Sco"},      {"Sirius", "a CMa"},
+        {"Spica", "a Vir"},       {"Suhail", "l Vel"},      {"Vega", "a Lyr"},
         {"Zuben'ubi", "a2 Lib"}};
     ASSERT_EQ(expected.size(), 58u);
     std::set<int32_t> stars;
     for (size_t row = 0; row < MainStars.size(); ++row) {
         const MainStarRow& m = MainStars[row];
-        if (row > 0) { EXPECT_LT(MainStars[row - 1].Name, m.Name); }
+        if (row > 0) {
+            EXPECT_LT(MainStars[row - 1].Name, m.Name);
+        }
         auto it = expected.find(m.Name);
         ASSERT_NE(it, expected.end()) << m.Name;
         ASSERT_GE(m.Star, 12);
@@ -118,7 +120,9 @@ TEST_F(StarCatalogue, NavigationalStars) {
     EXPECT_TRUE(std::equal(stars.begin(), stars.end(), MainBodies.begin() + 7));
     for (int32_t s = 0; s <= kFaintestMainStar + 5; ++s) {
         EXPECT_EQ(Is_Main_Star(s), stars.count(s) == 1) << s;
-        if (stars.count(s)) { EXPECT_EQ(MainBodies[Main_Body_Row(s)], s); }
+        if (stars.count(s)) {
+            EXPECT_EQ(MainBodies[Main_Body_Row(s)], s);
+        }
     }
 }
 
@@ -218,19 +222,25 @@ TEST_F(StarCatalogue, FlagsAgreeWithTheTables) {
     for (int32_t s = 12; s <= kTier4End; ++s) {
         const CatalogueStar& c = Catalogue[s];
         ASSERT_EQ(c.NameFlag == 'N', Find_Main_Name_Row(s) > 0) << s;
-        if (c.NameFlag == 'D') { ASSERT_GT(Find_Designation_Row(s), 0) << s; }
+        if (c.NameFlag == 'D') {
+            ASSERT_GT(Find_Designation_Row(s), 0) << s;
+        }
         ASSERT_EQ(c.VarFlag != ' ', Find_Variable_Row(s) > 0) << s;
     }
     // Every designation row is found from its star; the table ascends by star.
     for (size_t row = 1; row < Designations.size(); ++row) {
         ASSERT_EQ(Find_Designation_Row(Designations[row].Star), static_cast<int32_t>(row));
-        if (row > 1) { ASSERT_LT(Designations[row - 1].Star, Designations[row].Star); }
+        if (row > 1) {
+            ASSERT_LT(Designations[row - 1].Star, Designations[row].Star);
+        }
     }
     // Each variable row's star finds the first row of that star.
     std::set<int32_t> seen;
     for (size_t row = 1; row < Variables.size(); ++row) {
         int32_t s = Variables[row].Star;
-        if (seen.insert(s).second) { ASSERT_EQ(Find_Variable_Row(s), static_cast<int32_t>(row)); }
+        if (seen.insert(s).second) {
+            ASSERT_EQ(Find_Variable_Row(s), static_cast<int32_t>(row));
+        }
         ASSERT_TRUE(Variables[row].Constellation >= 1 && Variables[row].Constellation <= 89);
     }
     // The counts of each constellation match its rows.
@@ -250,7 +260,8 @@ TEST_F(StarCatalogue, NameLists) {
     for (size_t k = 2; k < AllNames.size(); ++k)
         ASSERT_FALSE(Star_Name_Less(AllNames[k].Name, AllNames[k - 1].Name)) << AllNames[k].Name;
     for (size_t k = 1; k < MainNames.size(); ++k) {
-        ASSERT_EQ(Find_Main_Name_Row(MainNames[k].Star), static_cast<int32_t>(k)) << MainNames[k].Name;
+        ASSERT_EQ(Find_Main_Name_Row(MainNames[k].Star), static_cast<int32_t>(k))
+            << MainNames[k].Name;
         ASSERT_EQ(Catalogue[MainNames[k].Star].NameFlag, 'N');
     }
     // Some main names belong to stars beyond the direct table.
@@ -258,8 +269,9 @@ TEST_F(StarCatalogue, NameLists) {
                             [](const StarNameEntry& e) { return e.Star > kMainNameDirectEnd; }));
     // The usual name stays among the other names of a navigational star.
     auto named = [](const char* name, int32_t star) {
-        return std::any_of(AllNames.begin(), AllNames.end(),
-                           [&](const StarNameEntry& e) { return e.Name == name && e.Star == star; });
+        return std::any_of(AllNames.begin(), AllNames.end(), [&](const StarNameEntry& e) {
+            return e.Name == name && e.Star == star;
+        });
     };
     EXPECT_TRUE(named("Rigil Kentaurus", Nav_Star("Rigil Kent")));
     EXPECT_TRUE(named("Zubenelgenubi", Nav_Star("Zuben'ubi")));
@@ -285,7 +297,8 @@ TEST_F(StarCatalogue, Constellations) {
     // Widths grow with the text: the override is as wide as the text it stands for.
     EXPECT_EQ(Constellation_Label_Width[26], kCoronaAustralisLabelWidth);
     EXPECT_GT(Constellation_Label_Width[26], Constellation_Label_Width[27] * 9 / 10);
-    EXPECT_GT(Constellation_Label_Width[11], Constellation_Label_Width[6] * 3);  // Camelopardalis, Ara
+    EXPECT_GT(Constellation_Label_Width[11],
+              Constellation_Label_Width[6] * 3);  // Camelopardalis, Ara
     std::set<std::string> distinct(Constellation_Abbrev.begin() + 1, Constellation_Abbrev.end());
     EXPECT_EQ(distinct.size(), 88u);
 }
@@ -310,7 +323,8 @@ TEST_F(StarCatalogue, CatalogueNumbers) {
         }
     }
     EXPECT_GT(shared, 10);
-    for (const auto& [hd, s] : brightest) ASSERT_EQ(Catalogue[Star_Of_HD(hd)].Mag, Catalogue[s].Mag);
+    for (const auto& [hd, s] : brightest)
+        ASSERT_EQ(Catalogue[Star_Of_HD(hd)].Mag, Catalogue[s].Mag);
     for (int32_t s = 12; s <= kTier4End; ++s) ASSERT_EQ(Star_Of_Hip(Hip_Numbers[s]), s);
 }
 

@@ -26,10 +26,10 @@ constexpr double kDegrees = 57.2957795130823;
 // The Swiss Ephemeris' spelling of a Bayer designation: ",alCMa", ",th-1Eri".
 std::string Swe_Star_Key(const DesignationEntry& d, bool withIndex) {
     static const std::map<char, const char*> kGreek = {
-        {'a', "al"}, {'b', "be"}, {'g', "ga"}, {'d', "de"},  {'e', "ep"}, {'z', "ze"},
-        {'h', "et"}, {'q', "th"}, {'i', "io"}, {'k', "ka"},  {'l', "la"}, {'m', "mu"},
-        {'n', "nu"}, {'x', "xi"}, {'o', "omi"}, {'p', "pi"}, {'r', "rh"}, {'s', "si"},
-        {'t', "ta"}, {'u', "up"}, {'f', "ph"}, {'c', "chi"}, {'y', "psi"}, {'w', "ome"}};
+        {'a', "al"}, {'b', "be"}, {'g', "ga"},  {'d', "de"},  {'e', "ep"},  {'z', "ze"},
+        {'h', "et"}, {'q', "th"}, {'i', "io"},  {'k', "ka"},  {'l', "la"},  {'m', "mu"},
+        {'n', "nu"}, {'x', "xi"}, {'o', "omi"}, {'p', "pi"},  {'r', "rh"},  {'s', "si"},
+        {'t', "ta"}, {'u', "up"}, {'f', "ph"},  {'c', "chi"}, {'y', "psi"}, {'w', "ome"}};
     std::string key = std::string(",") + kGreek.at(d.BayerLetter);
     if (withIndex && d.BayerIndex != ' ') key += std::string("-") + d.BayerIndex;
     return key + Constellation_Abbrev[d.Constellation];
@@ -111,7 +111,7 @@ std::map<std::string, double> Worst(double first, double last, double step, bool
 }
 
 class NavigationalStarPlaces : public ::testing::Test {
-protected:
+  protected:
     static void SetUpTestSuite() {
         swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
         Load_Star_Tables();
@@ -153,18 +153,22 @@ TEST_F(NavigationalStarPlaces, ReductionWithin30ArcsecFrom1000To3000) {
 // stellarium-data differ from the library's by about 40 and 10 mas a year.
 TEST_F(NavigationalStarPlaces, CatalogueFrom1900To2100) {
     auto worst = Worst(1900.0, 2100.0, 367.3, true);
-    const std::map<std::string, double> apart = {{"Rigil Kent", 30.0}, {"Ankaa", 6.0}, {"Acamar", 2.0}};
-    for (const auto& [name, w] : worst) EXPECT_LT(w, apart.count(name) ? apart.at(name) : 1.0) << name;
+    const std::map<std::string, double> apart = {
+        {"Rigil Kent", 30.0}, {"Ankaa", 6.0}, {"Acamar", 2.0}};
+    for (const auto& [name, w] : worst)
+        EXPECT_LT(w, apart.count(name) ? apart.at(name) : 1.0) << name;
     auto [most, who] = Largest(worst, {"Rigil Kent", "Ankaa", "Acamar"});
-    std::printf("catalogue 1900-2100: largest %.3f\" (%s); Rigil Kent %.3f\", Ankaa %.3f\", "
-                "Acamar %.3f\"\n", most, who.c_str(), worst["Rigil Kent"], worst["Ankaa"],
-                worst["Acamar"]);
+    std::printf(
+        "catalogue 1900-2100: largest %.3f\" (%s); Rigil Kent %.3f\", Ankaa %.3f\", "
+        "Acamar %.3f\"\n",
+        most, who.c_str(), worst["Rigil Kent"], worst["Ankaa"], worst["Acamar"]);
 }
 
 TEST_F(NavigationalStarPlaces, CatalogueFrom1000To3000) {
     auto worst = Worst(1000.0, 3000.0, 3652.9, true);
     const std::map<std::string, double> apart = {{"Rigil Kent", 300.0}, {"Ankaa", 60.0}};
-    for (const auto& [name, w] : worst) EXPECT_LT(w, apart.count(name) ? apart.at(name) : 30.0) << name;
+    for (const auto& [name, w] : worst)
+        EXPECT_LT(w, apart.count(name) ? apart.at(name) : 30.0) << name;
     auto [most, who] = Largest(worst, {"Rigil Kent", "Ankaa"});
     std::printf("catalogue 1000-3000: largest %.3f\" (%s); Rigil Kent %.3f\", Ankaa %.3f\"\n", most,
                 who.c_str(), worst["Rigil Kent"], worst["Ankaa"]);
