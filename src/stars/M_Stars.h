@@ -61,7 +61,7 @@ std::string Greek_Letter_Name(char code);
 char32_t Greek_Code_Point(char code);
 
 // A star's full label in a table: the designation, a blank and the constellation
-// abbreviation ("a  CMa" for Sirius); the designation alone for the suspected variables;
+// abbreviation ("a CMa" for Sirius, the designation trimmed); the designation alone for the suspected variables;
 // empty for a star without designation.
 std::string Star_Label(const StarNames& names);
 
