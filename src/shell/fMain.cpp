@@ -18,6 +18,7 @@
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
+#include "stars/M_Resources.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/Voyage_Plan.h"
 
@@ -92,6 +93,9 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     Load_User_Dat();
     if (Settings.AutoTimeZone) Read_System_TimeZone();
     Shell.CurrentJD = Calc_JD(Now_UTC(), false);
+    // The star catalogue's built-in tables: names, designations, constellations, the base
+    // tier, the navigational stars and the main bodies.
+    Load_Star_Tables();
     Create_Main_Screen();
     if (UiScreen* screen = Current_Ui_Screen()) screen->Resize(client_->size());
 }
