@@ -184,10 +184,16 @@ void cAlmanac::Places() {
         return h >= 0 && h < kFrameHours ? frames_[static_cast<size_t>(h)].GAST
                                          : Calc_GAST(jd_ + h * kHour);
     };
+    // The Moon beyond the printed hours serves only the passages and the rises of the
+    // tables, printed to the minute: there the reduced series is enough.
+    const double fullFrom = jd_ - 12.0 * kHour, fullTo = jd_ + 96.0 * kHour;
     Hourly_From_Nodes(
         jd_, -kMoonBefore, kMoonAfter,
-        [](double t) { return Calc_Moon(kAccuracyFull, Calc_EarthFrame(t)); }, gast,
-        moonPlaces_.data());
+        [fullFrom, fullTo](double t) {
+            const bool full = t >= fullFrom - 1e-9 && t <= fullTo + 1e-9;
+            return Calc_Moon(full ? kAccuracyFull : kAccuracyReduced, Calc_EarthFrame(t));
+        },
+        gast, moonPlaces_.data());
     for (size_t p = 0; p < kPlanets.size(); ++p) {
         const int body = kPlanets[p];
         Hourly_From_Nodes(

@@ -13,6 +13,8 @@
 // series every 12 hours, carried to each hour by four-point (cubic) interpolation in
 // right ascension, declination and distance, within 0.5" of the full place at every hour
 // (a tenth of the table's last unit); all hour angles from the sidereal time of the hour.
+// The Moon's places a day before and after the page, which serve only the passages and the
+// rises of the tables (printed to the minute), come from the reduced series.
 #pragma once
 
 #include <array>
