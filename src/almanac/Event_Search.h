@@ -11,7 +11,7 @@ namespace kelmoran::event_search {
 
 inline constexpr double kTwoPi = 6.28318530717959;
 inline constexpr double kPi = 3.14159265358979;
-inline constexpr double kMinuteOfTime = 0.0006944444444444445;  // day
+inline constexpr double kMinuteOfTime = 0.0006944444444444445;   // day
 inline constexpr double kSecondOfTime = 1.1574074074074073e-05;  // day
 inline constexpr double kArcsecPerRadian = 206264.806247096;
 inline constexpr double kArcminPerRadian = 3437.74677078494;

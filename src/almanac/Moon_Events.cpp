@@ -171,11 +171,7 @@ double Moon_Alt0_Time(const Moon_Sample& earlier, const Moon_Sample& later) {
 
 Moon_Rows_Result Moon_Rows(double moment, int32_t bias, bool seconds) {
     Set_Moving();
-    Event_Text_Style style;
-    style.Screen = Event_Screen::Main;
-    style.Bias = bias;
-    style.Seconds = seconds;
-    style.Day = std::floor(moment + bias / 1440.0 + 0.5);
+    const Event_Text_Style style = Main_Day_Style(moment, bias, seconds);
     const double dayStart = style.Day - 0.5 - bias / 1440.0;
     const double dayEnd = dayStart + 1.0;
     Fill_Moon_Day(dayStart, dayEnd);

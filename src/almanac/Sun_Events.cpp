@@ -30,7 +30,7 @@ constexpr double kPiSingle = 3.1415927410125732;
 // Seconds are written only for thresholds above -3°.
 constexpr double kSecondsThreshold = -0.10471975803375244 / 2.0;
 constexpr double kSunSemiDiameter = 0.00465241752803144;  // radians at one AU (959.63")
-constexpr double kSolarParallax = 8.794;                    // seconds of arc at one AU
+constexpr double kSolarParallax = 8.794;                  // seconds of arc at one AU
 constexpr double kFlattening = 298.25722;
 constexpr double kStepTolerance = 0.0005 / kArcsecPerRadian;  // the walker's end, radians
 
@@ -73,7 +73,9 @@ void Side_Bounds(bool morning, double& lo, double& hi) {
     hi = morning ? Sun_Day.Sun_Noon.Time : Sun_Day.Sun_After.Time;
 }
 
-std::string Two_Digits(int v) { return Format_Number(v, mask::TwoDigits); }
+std::string Two_Digits(int v) {
+    return Format_Number(v, mask::TwoDigits);
+}
 
 }  // namespace
 
@@ -84,9 +86,13 @@ void event_search::Observer_Track::At(double t) {
     Known = true;
 }
 
-void Set_Moving() { Moving = Settings.PositionMethod != kFixPosition ? 1 : 0; }
+void Set_Moving() {
+    Moving = Settings.PositionMethod != kFixPosition ? 1 : 0;
+}
 
-bool Actual_Rise_Values() { return Settings.SimplifiedRiseSet == 1; }
+bool Actual_Rise_Values() {
+    return Settings.SimplifiedRiseSet == 1;
+}
 
 Sun_Alt_Values Sun_Alt_Record(float lat, float lon, const BodyPlace& place) {
     const double phi = lat;
@@ -110,8 +116,8 @@ Sun_Alt_Values Sun_Alt_Record(float lat, float lon, const BodyPlace& place) {
         dip = DipRad;
         const double dphi = phi - std::atan(std::tan(phi) / 0.9933064579963684);
         const double d = dphi * std::cos(static_cast<double>(az));
-        parallax = Arc_Sin(std::cos(dphi) * rho * hp * std::cos(d + (-dip - refraction)) /
-                           std::cos(d));
+        parallax =
+            Arc_Sin(std::cos(dphi) * rho * hp * std::cos(d + (-dip - refraction)) / std::cos(d));
     }
     Sun_Alt_Values v;
     v.True_Alt = static_cast<float>(h);
@@ -242,6 +248,15 @@ double Sun_Alt_Event(float alt, bool morning) {
     return t;
 }
 
+Event_Text_Style Main_Day_Style(double moment, int32_t bias, bool seconds) {
+    Event_Text_Style style;
+    style.Screen = Event_Screen::Main;
+    style.Bias = bias;
+    style.Seconds = seconds;
+    style.Day = std::floor(moment + bias / 1440.0 + 0.5);
+    return style;
+}
+
 std::string Event_Text(double t, float alt, const Event_Text_Style& style) {
     if (t == 0.0) return kNoEvent;
     const double zone = t + style.Bias / 1440.0;
@@ -256,8 +271,7 @@ std::string Event_Text(double t, float alt, const Event_Text_Style& style) {
     return text;
 }
 
-std::string Twilight_Text(float alt, bool morning, const Event_Text_Style& style,
-                          double* moment) {
+std::string Twilight_Text(float alt, bool morning, const Event_Text_Style& style, double* moment) {
     const Sun_Sample& noon = Sun_Day.Sun_Noon;
     const Sun_Sample& side = morning ? Sun_Day.Sun_Before : Sun_Day.Sun_After;
     double t = 0.0;
@@ -310,8 +324,8 @@ double Actual_Rise_Set(bool morning) {
     if (std::fabs(value) < 2.0 / 57.2957795130823) {
         // The hour-angle difference that the gap stands for, at least a second.
         const Sun_Interpolated s = Interpolate_Sun(t);
-        const double rate = kTwoPi * std::max(0.05, std::cos(static_cast<double>(obs.Lat)) *
-                                                        std::cos(s.Dec));
+        const double rate =
+            kTwoPi * std::max(0.05, std::cos(static_cast<double>(obs.Lat)) * std::cos(s.Dec));
         step = std::max(kSecondOfTime, std::fabs(value) / rate);
     }
     // Below the horizon a rising Sun is ahead in time, a setting one behind.
@@ -374,11 +388,7 @@ Sun_Row Day_Row(const Event_Text_Style& style) {
 
 Sun_Row Main_Sun_Rows(double moment, int32_t bias, bool seconds) {
     Set_Moving();
-    Event_Text_Style style;
-    style.Screen = Event_Screen::Main;
-    style.Bias = bias;
-    style.Seconds = seconds;
-    style.Day = std::floor(moment + bias / 1440.0 + 0.5);
+    const Event_Text_Style style = Main_Day_Style(moment, bias, seconds);
     const double noon = style.Day - bias / 1440.0;
     std::vector<Sun_Sample> passes;
     Sun_MerPasses(std::span<const double>(&noon, 1), passes);

@@ -24,14 +24,14 @@ namespace kelmoran {
 
 // The Sun at one meridian passage of the observer.
 struct Sun_Sample {
-    BodyPlace Place;              // apparent place at full accuracy at Time
-    float True_Alt = 0.0f;        // geocentric altitude of the centre
-    float Apparent_Alt = 0.0f;    // the upper limb as the observer sees it (Sun_Alt_Record)
-    float Az = 0.0f;              // true bearing, 0 .. 2π
-    float Distance_Copy = 0.0f;   // the Sun's distance, AU
+    BodyPlace Place;                // apparent place at full accuracy at Time
+    float True_Alt = 0.0f;          // geocentric altitude of the centre
+    float Apparent_Alt = 0.0f;      // the upper limb as the observer sees it (Sun_Alt_Record)
+    float Az = 0.0f;                // true bearing, 0 .. 2π
+    float Distance_Copy = 0.0f;     // the Sun's distance, AU
     float Total_Correction = 0.0f;  // True_Alt - Apparent_Alt
-    float Refraction = 0.0f;      // the refraction applied
-    double Time = 0.0;            // moment of the passage
+    float Refraction = 0.0f;        // the refraction applied
+    double Time = 0.0;              // moment of the passage
 };
 
 // The day under calculation: the upper passage and the lower passages either side.
@@ -114,10 +114,13 @@ double Sun_Step_Search(float alt, double t, bool morning);
 enum class Event_Screen { Main, Clocks };
 struct Event_Text_Style {
     Event_Screen Screen = Event_Screen::Main;
-    int32_t Bias = 0;       // zone minutes
-    bool Seconds = false;   // the screen's seconds option; twilights never show seconds
-    double Day = 0.0;       // Main: the zone date shown, as floor(zone MyJD + 0.5)
+    int32_t Bias = 0;      // zone minutes
+    bool Seconds = false;  // the screen's seconds option; twilights never show seconds
+    double Day = 0.0;      // Main: the zone date shown, as floor(zone MyJD + 0.5)
 };
+
+// The style of Main's rows for the zone day (bias minutes) that holds `moment`.
+Event_Text_Style Main_Day_Style(double moment, int32_t bias, bool seconds);
 
 // The text of a moment (UT) as the screens write an event: zone time "HH:mm", or
 // "HH:mm:ss" when seconds are asked and `alt` is above -3°; on Main an event whose zone
@@ -143,7 +146,7 @@ std::string Sun_Rise_Set(bool morning, const Event_Text_Style& style, double* mo
 // passage, sunset, evening twilights -6°, -12°, -18°.
 using Sun_Row = std::array<std::string, 9>;
 inline constexpr std::array<const char*, 9> kSunColumnTitles = {
-    "Astronomical AM", "Nautical AM", "Civil AM", "Sunrise",        "Mer.Pass.",
+    "Astronomical AM", "Nautical AM", "Civil AM",    "Sunrise",        "Mer.Pass.",
     "Sunset",          "Civil PM",    "Nautical PM", "Astronomical PM"};
 
 // The row of Main for the zone day that holds `moment` (bias in minutes): Sun_Day is left

@@ -22,14 +22,14 @@ namespace kelmoran {
 using namespace event_search;
 
 const std::array<int, cAlmanac::kLatitudeRows> cAlmanac::kLatitudes = {
-    72, 70, 68, 66, 64, 62, 60, 58, 56, 54, 52, 50, 45, 40, 35, 30,
-    20, 10, 0, -10, -20, -30, -35, -40, -45, -50, -52, -54, -56, -58, -60, -62};
+    72, 70, 68, 66,  64,  62,  60,  58,  56,  54,  52,  50,  45,  40,  35,  30,
+    20, 10, 0,  -10, -20, -30, -35, -40, -45, -50, -52, -54, -56, -58, -60, -62};
 
 const std::array<const char*, cAlmanac::kLatitudeRows> cAlmanac::kLatitudeLabels = {
-    "N  72°", "N  70°", "68°", "66°", "64°", "62°",    "60°",    "N  58°",
-    "56°",    "54°",    "52°", "50°", "45°", "N  40°", "35°",    "30°",
-    "20°",    "N  10°", "0°",  "S  10°", "20°", "30°", "35°",    "40°",
-    "45°",    "S  50°", "52°", "54°", "56°", "58°",   "S  60°", "S  62°"};
+    "N  72°", "N  70°", "68°", "66°",    "64°", "62°",    "60°",    "N  58°",
+    "56°",    "54°",    "52°", "50°",    "45°", "N  40°", "35°",    "30°",
+    "20°",    "N  10°", "0°",  "S  10°", "20°", "30°",    "35°",    "40°",
+    "45°",    "S  50°", "52°", "54°",    "56°", "58°",    "S  60°", "S  62°"};
 
 namespace {
 
@@ -40,15 +40,17 @@ constexpr double kFiftyMinutes = 0.0145444106310606;
 constexpr double kNauticalTwilight = -0.20943951606750488;
 constexpr double kCivilTwilight = -0.10471975803375244;
 constexpr double kMoonRefraction = 0.009890199094634532;  // 34'
-constexpr double kMoonCycleRate = 0.964444444444444;     // cycles of hour angle a day
-constexpr double kMoonNodeStep = 12.0;                   // hours between full places
+constexpr double kMoonCycleRate = 0.964444444444444;      // cycles of hour angle a day
+constexpr double kMoonNodeStep = 12.0;                    // hours between full places
 constexpr double kKmPerAu = 149597870.0;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr const char* kNone = "  -  ";
 constexpr const char* kAwkwardNone = "-    ";
 
 // An angle in tenths of a minute of arc, rounded (halves to even).
-double Tenths(double radians) { return Round_Even(radians * kArcminPerRadian * 10.0); }
+double Tenths(double radians) {
+    return Round_Even(radians * kArcminPerRadian * 10.0);
+}
 
 // The text of an hour angle held as tenths of a minute: 0 .. 359°, padded.
 std::string Angle_Tenths_Text(double tenths) {
@@ -178,7 +180,8 @@ void cAlmanac::Places() {
     for (int h = 0; h < kFrameHours; ++h) {
         frames_[static_cast<size_t>(h)] = Calc_EarthFrame(jd_ + h * kHour);
         if (h <= kHours)
-            sunPlaces_[static_cast<size_t>(h)] = Calc_Sun(kAccuracyFull, frames_[static_cast<size_t>(h)]);
+            sunPlaces_[static_cast<size_t>(h)] =
+                Calc_Sun(kAccuracyFull, frames_[static_cast<size_t>(h)]);
     }
     auto gast = [this](int h) {
         return h >= 0 && h < kFrameHours ? frames_[static_cast<size_t>(h)].GAST
@@ -283,14 +286,14 @@ double cAlmanac::Get_Time_for_SunAlt(double alt, bool morning, double lat, doubl
     return t;
 }
 
-double cAlmanac::Almanac_Awkward_Body(bool moon, double lat, double alt, double from,
-                                      double to, bool rising) const {
+double cAlmanac::Almanac_Awkward_Body(bool moon, double lat, double alt, double from, double to,
+                                      bool rising) const {
     // Hours: the altitude of the Sun, or of the Moon's upper limb, less the threshold.
     auto f = [&](double hour) {
         const Interp p = moon ? Interpolate_Moon_Data(hour) : Interpolate_Sun_Data(hour);
         double h = Altitude(lat, 0.0, p.GHA, p.Dec);
-        if (moon) h -= Arc_Sin(6378.137 / p.Distance) - kMoonRadiusKm / p.Distance -
-                       kMoonRefraction;
+        if (moon)
+            h -= Arc_Sin(6378.137 / p.Distance) - kMoonRadiusKm / p.Distance - kMoonRefraction;
         return h - alt;
     };
     // A quarter of the body's day, then 10 minutes.
@@ -336,15 +339,16 @@ void cAlmanac::Calc_Sun_Twilights() {
                     const double night = morning ? before : after;
                     const bool exists = noonAlt - alt >= 0.0 && night - alt < 0.0;
                     // Near the threshold at a passage the declination's change decides.
-                    const bool awkward = std::fabs(noonAlt - alt) < kDegree ||
-                                         std::fabs(night - alt) < kDegree;
+                    const bool awkward =
+                        std::fabs(noonAlt - alt) < kDegree || std::fabs(night - alt) < kDegree;
                     double t = exists ? Get_Time_for_SunAlt(alt, morning, lat, noon) : kNaN;
                     std::string text = kNone;
                     if (!std::isnan(t)) {
                         text = HrMins_Ex((t - 24.0 * i) * 60.0);
                     } else if (awkward) {
-                        t = morning ? Almanac_Awkward_Body(false, lat, alt, noon - 12.0, noon, true)
-                                    : Almanac_Awkward_Body(false, lat, alt, noon, noon + 12.0, false);
+                        t = morning
+                                ? Almanac_Awkward_Body(false, lat, alt, noon - 12.0, noon, true)
+                                : Almanac_Awkward_Body(false, lat, alt, noon, noon + 12.0, false);
                         text = std::isnan(t) ? kAwkwardNone : HrMins_Ex((t - 24.0 * i) * 60.0);
                     }
                     (morning ? am : pm)[k] = text;
@@ -368,8 +372,8 @@ void cAlmanac::Sun_Column() {
         sumDec += std::fabs(sunPlaces_[static_cast<size_t>(h)].Dec -
                             sunPlaces_[static_cast<size_t>(h - 1)].Dec);
     other_.SunD = Minutes_Text(sumDec * kArcminPerRadian / kHours, "0'.0");
-    other_.SunSD = Minutes_Text(
-        0.00465241752803144 / sunPlaces_[36].Distance * kArcminPerRadian, "00'.0");
+    other_.SunSD =
+        Minutes_Text(0.00465241752803144 / sunPlaces_[36].Distance * kArcminPerRadian, "00'.0");
     std::string lastName;
     for (int h = 0; h < kHours; ++h) {
         // The adjusted GHA: the mean of this hour's and the next's, less 7.5°, which lets
@@ -470,8 +474,8 @@ double cAlmanac::Get_Time_Of_MoonAlt0(double lat, double from, double to, bool r
         double h = Meridian_Angle(horizon, lat, p.Dec);
         if (h == 0.0) return kNaN;
         if (rise) h = kTwoPi - h;
-        const double next = std::clamp(
-            t + Wrap_Pi(h - p.GHA) / (kTwoPi * kMoonCycleRate) * 24.0, from, to);
+        const double next =
+            std::clamp(t + Wrap_Pi(h - p.GHA) / (kTwoPi * kMoonCycleRate) * 24.0, from, to);
         const double dt = next - t;
         t = next;
         if (std::fabs(dt) < kSecondOfTime * 24.0) return t;
@@ -518,7 +522,8 @@ void cAlmanac::CalcMoonPhase() {
     for (int i = 0; i < kDays; ++i) {
         age_[static_cast<size_t>(i)] = age + i;
         const int h = 12 + 24 * i;
-        const double k = Moon_Illuminated_Fraction(sunPlaces_[static_cast<size_t>(h)], Moon_Place(h));
+        const double k =
+            Moon_Illuminated_Fraction(sunPlaces_[static_cast<size_t>(h)], Moon_Place(h));
         phase_[static_cast<size_t>(i)] = k * 100.0;
         daily_[static_cast<size_t>(i)].Age = Format_Number(age + i, "#0d");
         daily_[static_cast<size_t>(i)].Vis = Illumination_Text(k);
@@ -556,7 +561,8 @@ void cAlmanac::Planet_Data() {
             if (g < 0.0) g += kTenthsInCircle;
             turns += g / 10.0 - 900.0;
             moved += std::fabs(Tenths(places[static_cast<size_t>(h + 1)].Dec) -
-                               Tenths(places[static_cast<size_t>(h)].Dec)) / 10.0;
+                               Tenths(places[static_cast<size_t>(h)].Dec)) /
+                     10.0;
         }
         col.v = Minutes_Text(turns / (kHours - 1), "0'.0");
         col.d = Minutes_Text(moved / (kHours - 1), "0'.0");

@@ -40,8 +40,8 @@ std::string Illumination_Text(double fraction);
 class cAlmanac {
   public:
     static constexpr int kDays = 3;
-    static constexpr int kHours = 72;        // tabulated rows, 0h of the first day on
-    static constexpr int kFrameHours = 76;   // frames and Moon places 0 .. 75
+    static constexpr int kHours = 72;       // tabulated rows, 0h of the first day on
+    static constexpr int kFrameHours = 76;  // frames and Moon places 0 .. 75
     static constexpr int kLatitudeRows = 32;
     static const std::array<int, kLatitudeRows> kLatitudes;  // degrees, north to south
     static const std::array<const char*, kLatitudeRows> kLatitudeLabels;
@@ -79,9 +79,9 @@ class cAlmanac {
         std::string Age, Vis;               // "#0d" and the illumination
     };
     struct Other_Data {
-        std::string SunSD, SunD;              // the page's SD and d of the Sun
+        std::string SunSD, SunD;                // the page's SD and d of the Sun
         std::array<std::string, kDays> MoonSD;  // at 12h of each day
-        std::string AriesMerPass;             // the middle day's passage of Aries
+        std::string AriesMerPass;               // the middle day's passage of Aries
     };
 
     // Setting the moment of 0h (UT) of the first day runs the whole calculation.

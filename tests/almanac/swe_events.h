@@ -8,19 +8,22 @@
 #include <cmath>
 
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/swe_reference.h"
 
 namespace kelmoran::testing_support {
 
-inline constexpr double kDeg = 57.2957795130823;
+inline constexpr double kDeg = kDegreesPerRadian;
 inline constexpr double kArcmin = 3437.74677078494;
 inline constexpr double kAuKm = 149597870.7;
 
-inline void Open_Swiss_Ephemeris() {
-    static const bool opened = [] {
-        swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
-        return true;
-    }();
-    (void)opened;
+// Day number of 0h UT of a Gregorian date.
+inline double Day_Of(int y, int m, int d) {
+    MySystemTime t;
+    t.wYear = static_cast<int16_t>(y);
+    t.wMonth = static_cast<int16_t>(m);
+    t.wDay = static_cast<int16_t>(d);
+    t.wHour = 0;
+    return Calc_JD(t, false);
 }
 
 // Apparent geocentric RA, Dec (radians, true equator and equinox of date), distance (AU)
@@ -45,7 +48,8 @@ inline SwePlace Swe_Place_At(double jd, int planet) {
 }
 
 // True geocentric altitude of the centre (radians) for an observer at `lat`, `lon`.
-inline double Swe_True_Alt(double jd, int planet, double lat, double lon, double* distAu = nullptr) {
+inline double Swe_True_Alt(double jd, int planet, double lat, double lon,
+                           double* distAu = nullptr) {
     const SwePlace p = Swe_Place_At(jd, planet);
     if (distAu) *distAu = p.Distance;
     return std::asin(std::sin(lat) * std::sin(p.Dec) +

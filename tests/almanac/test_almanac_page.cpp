@@ -93,16 +93,6 @@ class AlmanacPage : public ::testing::Test {
     void TearDown() override { swe_set_delta_t_userdef(SE_DELTAT_AUTOMATIC); }
 };
 
-// 0h of a date.
-double Day_Of(int y, int m, int d) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = 0;
-    return Calc_JD(t, false);
-}
-
 TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
     static const int kSwePlanet[4] = {SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
     std::map<std::string, Worst> worst;
@@ -115,16 +105,15 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
             const double t = jd + h / 24.0;
             // The Sun: the tabulated GHA is the mean of this hour's and the next's less 7.5°.
             const SwePlace s0 = Swe_Place_At(t, SE_SUN), s1 = Swe_Place_At(t + 1.0 / 24.0, SE_SUN);
-            const double refTab = s0.GHA + Arcmin_Diff(s1.GHA, s0.GHA) / kArcmin / 2.0 -
-                                  7.5 / kDeg;
+            const double refTab = s0.GHA + Arcmin_Diff(s1.GHA, s0.GHA) / kArcmin / 2.0 - 7.5 / kDeg;
             const cAlmanac::Body_Row& sun = page.MySunCol()[static_cast<size_t>(h)];
             worst["Sun GHA"].Add(Arcmin_Diff(page.Sun_Tabulated_GHA(h), refTab),
                                  Printed_Units(Parse_Minutes(sun.GHA), refTab, true));
             const double sunDec = page.Sun_Place(h).Dec;
-            worst["Sun Dec"].Add((sunDec - s0.Dec) * kArcmin,
-                                 Printed_Units(std::copysign(std::fabs(Parse_Minutes(sun.Dec)),
-                                                             sunDec),
-                                               s0.Dec, false));
+            worst["Sun Dec"].Add(
+                (sunDec - s0.Dec) * kArcmin,
+                Printed_Units(std::copysign(std::fabs(Parse_Minutes(sun.Dec)), sunDec), s0.Dec,
+                              false));
 
             const SwePlace m = Swe_Place_At(t, SE_MOON);
             const cAlmanac::Moon_Row& moon = page.MyMoonCol()[static_cast<size_t>(h)];
@@ -139,10 +128,11 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
             const double gast = swe_sidtime(kJ2000 + t) * 15.0 / kDeg;
             worst["Aries GHA"].Add(
                 Arcmin_Diff(page.Frame(h).GAST, gast),
-                Printed_Units(Parse_Minutes(page.MyAriesCol()[static_cast<size_t>(h)]), gast, true));
+                Printed_Units(Parse_Minutes(page.MyAriesCol()[static_cast<size_t>(h)]), gast,
+                              true));
 
             const cAlmanac::Planet_Column* cols[4] = {&page.MyVenusCol(), &page.MyMarsCol(),
-                                                       &page.MyJupiterCol(), &page.MySaturnCol()};
+                                                      &page.MyJupiterCol(), &page.MySaturnCol()};
             for (int p = 0; p < 4; ++p) {
                 const SwePlace ref = Swe_Place_At(t, kSwePlanet[p]);
                 const BodyPlace& ours = page.Planet_Place(p, h);
@@ -170,8 +160,7 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
             // bright component (about 25" apart): that star is held to its own limit.
             const std::string group = star.Name == "Rigil Kent" ? "Rigil Kent " : "Star ";
             if (group != "Star ") {
-                EXPECT_LT(std::fabs(Arcmin_Diff(page.Star_SHA(row), sha)) *
-                              std::cos(dec), 0.5);
+                EXPECT_LT(std::fabs(Arcmin_Diff(page.Star_SHA(row), sha)) * std::cos(dec), 0.5);
                 EXPECT_LT(std::fabs(page.Star_Dec(row) - dec) * kArcmin, 0.5);
                 ++row;
                 continue;
@@ -257,8 +246,8 @@ TEST_F(AlmanacPage, LatitudeTables) {
     for (int d = 0; d < cAlmanac::kDays; ++d) {
         const auto& am = june.MyAmTwilights()[0][static_cast<size_t>(d)];
         const auto& pm = june.MyPmTwilights()[0][static_cast<size_t>(d)];
-        for (const std::string* c : {&am.Nautical, &am.Civil, &am.Sunrise, &pm.Sunset,
-                                     &pm.Civil, &pm.Nautical})
+        for (const std::string* c :
+             {&am.Nautical, &am.Civil, &am.Sunrise, &pm.Sunset, &pm.Civil, &pm.Nautical})
             EXPECT_EQ(Cell_Minutes(*c), -1) << *c;
     }
 
@@ -271,8 +260,10 @@ TEST_F(AlmanacPage, LatitudeTables) {
         for (int row = 0; row < cAlmanac::kLatitudeRows; ++row) {
             const double lat = cAlmanac::kLatitudes[static_cast<size_t>(row)] / kDeg;
             for (int d = 0; d < cAlmanac::kDays; ++d) {
-                const auto& am = page.MyAmTwilights()[static_cast<size_t>(row)][static_cast<size_t>(d)];
-                const auto& pm = page.MyPmTwilights()[static_cast<size_t>(row)][static_cast<size_t>(d)];
+                const auto& am =
+                    page.MyAmTwilights()[static_cast<size_t>(row)][static_cast<size_t>(d)];
+                const auto& pm =
+                    page.MyPmTwilights()[static_cast<size_t>(row)][static_cast<size_t>(d)];
                 const double start = jd + d;
                 const double noon = start + page.MySunMerPasses()[static_cast<size_t>(d)] / 24.0;
                 struct Cell {
@@ -280,16 +271,16 @@ TEST_F(AlmanacPage, LatitudeTables) {
                     double alt;
                     bool morning;
                 };
-                const Cell cells[] = {{&am.Nautical, -12.0 / kDeg, true},
-                                      {&am.Civil, -6.0 / kDeg, true},
-                                      {&am.Sunrise, -50.0 / kArcmin, true},
-                                      {&pm.Sunset, -50.0 / kArcmin, false},
-                                      {&pm.Civil, -6.0 / kDeg, false},
-                                      {&pm.Nautical, -12.0 / kDeg, false}};
+                const Cell cells[] = {
+                    {&am.Nautical, -12.0 / kDeg, true},   {&am.Civil, -6.0 / kDeg, true},
+                    {&am.Sunrise, -50.0 / kArcmin, true}, {&pm.Sunset, -50.0 / kArcmin, false},
+                    {&pm.Civil, -6.0 / kDeg, false},      {&pm.Nautical, -12.0 / kDeg, false}};
                 for (const Cell& c : cells) {
                     auto f = [&](double t) { return Swe_True_Alt(t, SE_SUN, lat, 0.0) - c.alt; };
-                    const double lo = c.morning ? noon - 0.5 : noon, hi = c.morning ? noon : noon + 0.5;
-                    const bool exists = c.morning ? (f(lo) < 0 && f(hi) >= 0) : (f(lo) >= 0 && f(hi) < 0);
+                    const double lo = c.morning ? noon - 0.5 : noon,
+                                 hi = c.morning ? noon : noon + 0.5;
+                    const bool exists =
+                        c.morning ? (f(lo) < 0 && f(hi) >= 0) : (f(lo) >= 0 && f(hi) < 0);
                     const int ours = Cell_Minutes(*c.text);
                     EXPECT_EQ(exists, ours >= 0) << row << " " << d << " " << *c.text;
                     if (!exists || ours < 0) continue;
@@ -311,7 +302,9 @@ TEST_F(AlmanacPage, LatitudeTables) {
                     for (double t = start; t < start + 1.0 && refTime < 0; t += 10.0 / 1440.0) {
                         const double a = g(t), b = g(std::min(start + 1.0, t + 10.0 / 1440.0));
                         if (rise ? (a < 0 && b >= 0) : (a >= 0 && b < 0))
-                            refTime = (Bisect(g, t, std::min(start + 1.0, t + 10.0 / 1440.0)) - start) * 1440.0;
+                            refTime =
+                                (Bisect(g, t, std::min(start + 1.0, t + 10.0 / 1440.0)) - start) *
+                                1440.0;
                     }
                     if (refTime < 0 || ours < 0) {
                         // Only a crossing at the edge of the day may be judged either way.

@@ -41,24 +41,14 @@ class Events : public ::testing::Test {
     void TearDown() override { swe_set_delta_t_userdef(SE_DELTAT_AUTOMATIC); }
 };
 
-// A day number at 0h UT of a date.
-double Day_Of(int y, int m, int d) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = 0;
-    return Calc_JD(t, false);
-}
-
 struct SunEvent {
     float Alt;
     bool Morning;
 };
-const SunEvent kSunEvents[] = {{kAstronomicalAlt, true}, {kNauticalAlt, true},
-                               {kCivilAlt, true},        {kStandardSunriseAlt, true},
-                               {kStandardSunriseAlt, false}, {kCivilAlt, false},
-                               {kNauticalAlt, false},    {kAstronomicalAlt, false}};
+const SunEvent kSunEvents[] = {
+    {kAstronomicalAlt, true},    {kNauticalAlt, true},         {kCivilAlt, true},
+    {kStandardSunriseAlt, true}, {kStandardSunriseAlt, false}, {kCivilAlt, false},
+    {kNauticalAlt, false},       {kAstronomicalAlt, false}};
 
 // The moment of one of the Sun's events of Sun_Day (0 for none).
 double Sun_Event_Moment(const SunEvent& e) {
@@ -115,9 +105,10 @@ TEST_F(Events, SunAgainstTheSwissEphemeris) {
             }
         }
     }
-    std::printf("Sun: %d events timed, largest difference %.2f s; %d slow crossings within "
-                "%.3f'; %d absent on both sides; %d grazing\n",
-                compared, worst, slow, worstSlow, none, grazing);
+    std::printf(
+        "Sun: %d events timed, largest difference %.2f s; %d slow crossings within "
+        "%.3f'; %d absent on both sides; %d grazing\n",
+        compared, worst, slow, worstSlow, none, grazing);
     EXPECT_GT(compared, 1000);
     EXPECT_GT(none, 20);  // the sample holds days without a night or without a sunrise
 }
@@ -231,8 +222,8 @@ struct RefMoonEvent {
     bool Rise;
     double Rate;  // minutes of arc a minute of time
 };
-std::vector<RefMoonEvent> Reference_Moon_Events(double start, double end, double lat,
-                                                double lon, double& nearest) {
+std::vector<RefMoonEvent> Reference_Moon_Events(double start, double end, double lat, double lon,
+                                                double& nearest) {
     auto f = [&](double t) {
         double dist = 0;
         const double h = Swe_True_Alt(t, SE_MOON, lat, lon, &dist);
@@ -247,8 +238,7 @@ std::vector<RefMoonEvent> Reference_Moon_Events(double start, double end, double
         nearest = std::min(nearest, std::fabs(fb) * kArcmin);
         if ((fa > 0) != (fb > 0)) {
             const double t = Bisect(f, a, b);
-            const double rate =
-                std::fabs(f(t + 30.0 / 86400.0) - f(t - 30.0 / 86400.0)) * kArcmin;
+            const double rate = std::fabs(f(t + 30.0 / 86400.0) - f(t - 30.0 / 86400.0)) * kArcmin;
             events.push_back({t, fb > 0, rate});
         }
         a = b;
@@ -295,8 +285,8 @@ TEST_F(Events, MoonAgainstTheSwissEphemeris) {
             }
             if (ours == 0.0) {
                 // Missed only at the day's edge or at a grazing touch.
-                const bool edge = std::min(match->Time - start, start + 1.0 - match->Time) <
-                                  30.0 / 86400.0;
+                const bool edge =
+                    std::min(match->Time - start, start + 1.0 - match->Time) < 30.0 / 86400.0;
                 EXPECT_TRUE(edge || match->Rate < 1.0)
                     << "lat " << lat << " jd " << jd << " rise " << rise;
                 continue;
@@ -309,9 +299,10 @@ TEST_F(Events, MoonAgainstTheSwissEphemeris) {
             }
         }
     }
-    std::printf("Moon: %d events timed, largest difference %.2f s; %d days set before rise, "
-                "%d days with neither\n",
-                compared, worst, setFirst, quiet);
+    std::printf(
+        "Moon: %d events timed, largest difference %.2f s; %d days set before rise, "
+        "%d days with neither\n",
+        compared, worst, setFirst, quiet);
     EXPECT_GT(compared, 300);
     EXPECT_GT(setFirst, 10);
 }
