@@ -89,6 +89,14 @@ int Merge_Close_Lines(const SightSet& set, Line_Table& t) {
                         t.Int[k] = -t.Int[k];
                     }
                 }
+                // Lines near north-south fold to either end of the half circle (1° and
+                // 179°): the one near 0 goes back to its other end, so that the mean is the
+                // mean line (180°) and not one at right angles to both.
+                if (std::fabs(t.Az[i] - t.Az[j]) > 90) {
+                    const std::size_t k = t.Az[i] < t.Az[j] ? i : j;
+                    t.Az[k] += 180;
+                    t.Int[k] = -t.Int[k];
+                }
                 const float az = static_cast<float>((t.Az[i] + t.Az[j]) / 2);
                 const float in = static_cast<float>((t.Int[i] + t.Int[j]) / 2);
                 t.Az[i] = t.Az[j] = az;
