@@ -242,7 +242,7 @@ Load_Result Load_Sights_Bytes(SightSet& set, std::span<const unsigned char> byte
         if (set.Sights[row].Has_Body != 0) Reduce_Sight(set, row, false);
 
     Load_Result result = Load_Result::Same;
-    std::string text = Settings_Differences(file, fileBias, Settings, set.My_TZ_Bias);
+    std::string text = Settings_Differences(file, fileBias, Settings, TZ_Bias);
     if (!text.empty()) {
         text += std::string(kCrLf) + sights_text::Accept + kCrLf;
         const MsgAnswer answer =
