@@ -7,6 +7,7 @@
 
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Time_Calcs.h"
+#include "settings/SettingsRecord.h"
 
 namespace kelmoran {
 
@@ -14,9 +15,9 @@ namespace {
 
 constexpr double kDegreesPerRadian = 57.2957795130823;
 constexpr double kArcsecPerRadian = 206264.806247096;
-const char* const kMonths[] = {"January", "February", "March",     "April",   "May",      "June",
-                               "July",    "August",   "September", "October", "November",
-                               "December"};
+const char* const kMonths[] = {"January",   "February", "March",    "April",
+                               "May",       "June",     "July",     "August",
+                               "September", "October",  "November", "December"};
 const char* const kWeekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                  "Thursday", "Friday", "Saturday"};
 
@@ -57,7 +58,12 @@ std::vector<SplashLine> Splash_Lines(double jd) {
     return lines;
 }
 
-SplashScreen::SplashScreen() : picture_(640, 400, QImage::Format_RGB32) { picture_.fill(Qt::white); }
+SplashScreen::SplashScreen(QWidget* window)
+    : window_(window), picture_(640, 400, QImage::Format_RGB32), myDates_(this) {
+    picture_.fill(Qt::white);
+    myDates_.IsShared = kTrue;
+    myDates_.Configure_Standard_Dates(false, this, picture_.width());
+}
 
 void SplashScreen::Load() {
     if (!Shell.Up_To_Date(screen_key::Splash)) {
@@ -78,42 +84,100 @@ void SplashScreen::Force_Update() {
     if (Shell.Host) Shell.Host->Repaint();
 }
 
-void SplashScreen::SetDates() { myJD_ = Shell.CurrentJD; }
+namespace {
+// The value of a date control that has never been set.
+constexpr double kNeverUsed = -730520.5;
+}  // namespace
+
+void SplashScreen::SetDates() {
+    const double zone = TZ_Bias / 1440.0;
+    if (myJD_ == Shell.CurrentJD) {
+        // This screen set the moment last: its strip may hold a change not yet taken.
+        const double shown = myDates_.My_JD();
+        if (shown != Shell.CurrentJD + zone && shown != kNeverUsed) Shell.CurrentJD = shown - zone;
+    }
+    myJD_ = Shell.CurrentJD;
+    myDates_.Set_Calendar(Shell.CalendarChoice != 0);
+    myDates_.My_TZ_Bias(TZ_Bias);
+    // MyTime tests the new date for calendar and zone; testing the old one first could move
+    // the calendar for a date that is no longer shown.
+    myDates_.MyTime(Shell.CurrentJD + zone);
+    myDates_.Paint_Dates(false);
+}
 
 void SplashScreen::CalcDates() {
+    const double zone = TZ_Bias / 1440.0;
+    const double shown = myDates_.My_JD();
+    if (shown != Shell.CurrentJD + zone) {
+        Shell.CurrentJD = shown - zone;
+        myJD_ = Shell.CurrentJD;
+    }
     lines_ = Splash_Lines(myJD_);
     Draw();
+}
+
+void SplashScreen::MyDates_DateChange(cDates&, double jd) {
+    kelmoran::MyDates_DateChange(ClassType(), jd);
+    myJD_ = Shell.CurrentJD;
+    CalcDates();
+}
+
+void SplashScreen::MyDates_CalenderChg(cDates&, bool julian) {
+    kelmoran::MyDates_CalenderChg(ClassType(), julian ? kTrue : kFalse);
+}
+
+void SplashScreen::MyDates_TZChange(cDates&, int32_t minutes) {
+    kelmoran::MyDates_TZChange(ClassType(), minutes);
+}
+
+void SplashScreen::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    if (Edit.Editing && Edit.Form == this && button == mouse::Left && Edit.Cell.Contains(x, y)) {
+        Edit_Click(x);
+        return;
+    }
+    myDates_.MouseDown(x, y, button, shift);
+}
+
+void SplashScreen::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
+    // One step of the field under the mouse for each notch (120) of the wheel.
+    wheelRest_ += delta;
+    const int32_t steps = wheelRest_ / 120;
+    wheelRest_ -= steps * 120;
+    if (steps) myDates_.MouseScroll(x, y, steps);
+}
+
+void SplashScreen::Redraw_Cell(const Rect&) {
+    myDates_.Paint_Dates(false);
 }
 
 void SplashScreen::Resize(QSize size) {
     if (size.isEmpty() || size == picture_.size()) return;
     picture_ = QImage(size, QImage::Format_RGB32);
+    myDates_.MyWidth = size.width();
+    myDates_.Set_HotSpots();
     Draw();
 }
 
 void SplashScreen::Draw() {
     picture_.fill(Qt::white);
-    QPainter p(&picture_);
-    QFont title("DejaVu Sans");
-    title.setPixelSize(20);
-    title.setBold(true);
-    QFont normal("DejaVu Sans");
-    normal.setPixelSize(13);
-    QFont bold = normal;
-    bold.setBold(true);
-
-    p.setPen(Qt::black);
-    p.setFont(title);
-    p.drawText(20, 36, "Kelmoran");
-    const int rowHeight = 22;
-    int y = 72;
-    for (const SplashLine& line : lines_) {
-        p.setFont(bold);
-        p.drawText(20, y, QString::fromStdString(line.Label));
-        p.setFont(normal);
-        p.drawText(220, y, QString::fromStdString(line.Value));
-        y += rowHeight;
+    {
+        QPainter p(&picture_);
+        const DrawingObjects& d = Drawing();
+        p.setPen(Qt::black);
+        p.setFont(d.Large);
+        p.drawText(20, 36, "Kelmoran");
+        const int rowHeight = 22;
+        int y = myDates_.MyFrame.Bottom + 36;
+        for (const SplashLine& line : lines_) {
+            p.setFont(d.Bold);
+            p.drawText(20, y, QString::fromStdString(line.Label));
+            p.setFont(d.Normal);
+            p.drawText(220, y, QString::fromStdString(line.Value));
+            y += rowHeight;
+        }
     }
+    myDates_.Paint_Dates(false);
+    if (window_) window_->update();
 }
 
 }  // namespace kelmoran

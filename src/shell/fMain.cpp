@@ -15,15 +15,16 @@
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
+#include "shell/Drawing.h"
+#include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
+#include "stars/M_Resources.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
 
 namespace {
-
-QString Q(const std::string& s) { return QString::fromStdString(s); }
 
 // Where "&Contact" and "Check for &Updates" lead.
 constexpr const char* kSupportMail = "mailto:support@kelmoran.example";
@@ -49,6 +50,7 @@ public:
         setAttribute(Qt::WA_OpaquePaintEvent);
         setFocusPolicy(Qt::StrongFocus);
     }
+    bool focusNextPrevChild(bool) override { return false; }  // Tab is a key of the screens
 
 protected:
     void paintEvent(QPaintEvent*) override {
@@ -67,14 +69,16 @@ private:
     fMain* owner_;
 };
 
-fMain::fMain(QWidget* parent) : QMainWindow(parent) {
+fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     setWindowTitle("Kelmoran");
-    QFont font("DejaVu Sans");
-    font.setPixelSize(13);
-    setFont(font);
+    Create_Drawing_Objects(32);
+    Measure_Fixed_Layout();
+    setFont(Drawing().Normal);
     client_ = new ClientArea(this);
     setCentralWidget(client_);
     resize(900, 600);
+    hook_.SubClass(client_);
+    client_->setFocus();
 
     Reset_Shell(this);
     Build_Menus();
@@ -89,6 +93,9 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent) {
     Load_User_Dat();
     if (Settings.AutoTimeZone) Read_System_TimeZone();
     Shell.CurrentJD = Calc_JD(Now_UTC(), false);
+    // The star catalogue's built-in tables: names, designations, constellations, the base
+    // tier, the navigational stars and the main bodies.
+    Load_Star_Tables();
     Create_Main_Screen();
     if (UiScreen* screen = Current_Ui_Screen()) screen->Resize(client_->size());
 }
@@ -189,7 +196,7 @@ MySystemTime fMain::Now_UTC() {
 
 std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
     std::unique_ptr<UiScreen> screen;
-    if (key == screen_key::Splash) screen = std::make_unique<SplashScreen>();
+    if (key == screen_key::Splash) screen = std::make_unique<SplashScreen>(client_);
     if (screen) screen->Resize(client_->size());
     return screen;
 }
@@ -198,7 +205,11 @@ bool fMain::Screen_Available(int windowIndex) { return windowIndex == kMainScree
 
 void fMain::Open_Separate_Screen(int) {}
 
-void fMain::End_Edit(bool) { Shell.Editing = kFalse; }
+void fMain::End_Edit(bool commit) {
+    if (!commit) Edit.Buffer.clear();
+    kelmoran::End_Edit();
+    Shell.Editing = kFalse;
+}
 
 void fMain::Repaint() { client_->update(); }
 
@@ -232,7 +243,60 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    hook_.Release();
     Shut_Down();
+}
+
+QWidget* fMain::Client() const { return client_; }
+
+SysMsgSink* fMain::Screen_Sink() const { return dynamic_cast<SysMsgSink*>(Shell.CurrentScreen); }
+
+void fMain::SysMsg_VChange(int32_t pos) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_VChange(pos);
+}
+void fMain::SysMsg_HChange(int32_t pos) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_HChange(pos);
+}
+void fMain::SysMsg_MouseUp(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseUp(button, shift, x, y);
+}
+void fMain::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    client_->setFocus();
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseDown(button, shift, x, y);
+}
+void fMain::SysMsg_MouseMove(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseMove(button, shift, x, y);
+}
+void fMain::SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseScroll(delta, shift, x, y);
+}
+void fMain::SysMsg_Resize(int32_t width, int32_t height) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_Resize(width, height);
+}
+void fMain::SysMsg_FocusChange(int32_t active) {
+    // Losing the window ends an edit.
+    if (!active && Shell.Editing) End_Edit(true);
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_FocusChange(active);
+}
+void fMain::SysMsg_hScrollColmShift(int32_t colm) {
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_hScrollColmShift(colm);
+}
+
+void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
+    if (key == 18) return;  // Alt alone
+    if (Edit.Editing && Edit_Key_Down(key)) return;
+    // Main has no cursor: its keys are swallowed unless an edit of its date is open.
+    if (Shell.ScreenName == screen_key::Splash) return;
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyDown(key, shift);
+}
+
+void fMain::SysMsg_KeyPress(int32_t character) {
+    if (Edit.Editing) {
+        Edit_Key_Press(character);
+        return;
+    }
+    if (Shell.ScreenName == screen_key::Splash) return;
+    if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyPress(character);
 }
 
 void fMain::resizeEvent(QResizeEvent* event) { QMainWindow::resizeEvent(event); }

@@ -10,11 +10,13 @@
 #include <vector>
 
 #include "shell/M_Kelmoran.h"
+#include "shell/M_SubClass.h"
+#include "shell/cSubClass.h"
 #include "shell/UiScreen.h"
 
 namespace kelmoran {
 
-class fMain : public QMainWindow, public ShellHost {
+class fMain : public QMainWindow, public ShellHost, public SysMsgSink {
     Q_OBJECT
 public:
     explicit fMain(QWidget* parent = nullptr);
@@ -44,6 +46,23 @@ public:
     QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
     UiScreen* Current_Ui_Screen() const;
+    // The client area, in which the screens paint, and its hook.
+    QWidget* Client() const;
+    cSubClass& Hook() { return hook_; }
+
+    // The hook's events of the client area, passed on to the current screen; the keys go
+    // to an open edit first.
+    void SysMsg_VChange(int32_t pos) override;
+    void SysMsg_HChange(int32_t pos) override;
+    void SysMsg_MouseUp(int32_t button, int32_t shift, int32_t x, int32_t y) override;
+    void SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) override;
+    void SysMsg_MouseMove(int32_t button, int32_t shift, int32_t x, int32_t y) override;
+    void SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) override;
+    void SysMsg_Resize(int32_t width, int32_t height) override;
+    void SysMsg_FocusChange(int32_t active) override;
+    void SysMsg_hScrollColmShift(int32_t colm) override;
+    void SysMsg_KeyDown(int32_t key, int32_t shift) override;
+    void SysMsg_KeyPress(int32_t character) override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -54,7 +73,10 @@ private:
     void Build_Menus();
     void Shell_Closing();
 
+    SysMsgSink* Screen_Sink() const;
+
     ClientArea* client_ = nullptr;
+    cSubClass hook_;
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;

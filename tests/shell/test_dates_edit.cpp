@@ -1,0 +1,583 @@
+// The date strip's calendar and layout, and the edit engine's handlers, without a window:
+// a fake form measures every character as 10 pixels and counts beeps.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "shell/Date_Record.h"
+#include "shell/M_Edit.h"
+#include "shell/M_Kelmoran.h"
+#include "shell/cDates.h"
+
+namespace kelmoran {
+namespace {
+
+class FakeForm : public EditCanvas {
+  public:
+    int32_t Text_Width(FontKind, const std::string& text) override {
+        int32_t n = 0;
+        for (unsigned char c : text)
+            if ((c & 0xC0) != 0x80) ++n;
+        return 10 * n;
+    }
+    void Repaint_Edit(const Rect&) override { ++repaints; }
+    void Beep() override { ++beeps; }
+    int beeps = 0, repaints = 0;
+};
+
+class Owner : public cDatesOwner {
+  public:
+    void MyDates_DateChange(cDates&, double jd) override { changes.push_back(jd); }
+    void MyDates_CalenderChg(cDates&, bool julian) override { calendars.push_back(julian); }
+    void MyDates_TZChange(cDates&, int32_t m) override { zones.push_back(m); }
+    EditCanvas* Edit_Form() override { return &form; }
+    std::string Owner_Type() const override { return "fMain"; }
+    FakeForm form;
+    std::vector<double> changes;
+    std::vector<bool> calendars;
+    std::vector<int32_t> zones;
+};
+
+using testing_dates::Date;
+
+// The date and time of a record, for comparisons that leave out the weekday.
+std::string S(const MySystemTime& t) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay,
+                  t.wHour, t.wMinute, t.wSecond);
+    return buf;
+}
+
+struct Strip : ::testing::Test {
+    void SetUp() override {
+        Edit = EditSession{};
+        Shell.Editing = kFalse;
+        dates.Configure_Standard_Dates(false, &owner, 1000);
+    }
+    void Load(int y, int m, int d, int h = 12, int mi = 0, int s = 0, bool julian = false) {
+        dates.Set_Calendar(julian);
+        dates.Set_LMT(Date(y, m, d, h, mi, s), false);
+    }
+    void Type(const std::string& keys) {
+        for (char c : keys) Edit_Key_Press(static_cast<unsigned char>(c));
+    }
+    Owner owner;
+    cDates dates;
+};
+
+TEST_F(Strip, YearsSkipZeroAndStopAtTheEndsOfTheRange) {
+    Load(1, 6, 1);
+    dates.IncrementYear(-1);
+    EXPECT_EQ(dates.MySystemTime.wYear, -1);
+    dates.IncrementYear(1);
+    EXPECT_EQ(dates.MySystemTime.wYear, 1);
+    dates.IncrementYear(-3);
+    EXPECT_EQ(dates.MySystemTime.wYear, -3);
+    Load(9999, 12, 31, 23, 59, 59);
+    dates.IncrementYear(1);
+    EXPECT_EQ(dates.MySystemTime.wYear, 9999);
+    dates.IncrementSecond(1);  // the last second stays where it is: nothing past 9999
+    EXPECT_EQ(dates.MySystemTime.wYear, 9999);
+    EXPECT_EQ(dates.MySystemTime.wMonth, 12);
+    Load(-9999, 1, 1, 0, 0, 0, true);
+    dates.IncrementYear(-5);
+    EXPECT_EQ(dates.MySystemTime.wYear, -9999);
+}
+
+TEST_F(Strip, StepsCarryAndBorrowThroughEveryField) {
+    Load(1999, 12, 31, 23, 59, 59);
+    dates.IncrementSecond(1);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2000, 1, 1, 0, 0, 0)));
+    dates.IncrementMinute(-1);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1999, 12, 31, 23, 59, 0)));
+    Load(2001, 3, 1, 0, 30);
+    dates.IncrementHour(-1);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2001, 2, 28, 23, 30)));
+    Load(2000, 1, 31);
+    dates.IncrementDay(1);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2000, 2, 1)));
+    dates.IncrementDay(29);  // past 29 February of a leap year
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2000, 3, 1)));
+    dates.IncrementMonth(-3);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1999, 12, 1)));
+    dates.IncrementMonth(13);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2001, 1, 1)));
+    // A borrow from 1 January AD 1 goes to 31 December 1 BC.
+    Load(1, 1, 1, 0, 0, 0, true);
+    dates.IncrementDay(-1);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(-1, 12, 31, 0, 0, 0)));
+    // Large steps land where a day count says they should.
+    Load(2010, 5, 17, 6);
+    const double before = dates.My_JD();
+    dates.IncrementDay(1000);
+    EXPECT_DOUBLE_EQ(dates.My_JD() - before, 1000.0);
+    dates.IncrementMinute(-1440 * 3);
+    EXPECT_DOUBLE_EQ(dates.My_JD() - before, 997.0);
+}
+
+TEST_F(Strip, MonthLengthsFollowTheControlsCalendar) {
+    dates.Set_Calendar(false);
+    EXPECT_EQ(dates.Get_Month_Length(2, 1900), 28);
+    EXPECT_EQ(dates.Get_Month_Length(2, 2000), 29);
+    EXPECT_EQ(dates.Get_Month_Length(2, 2001), 28);
+    EXPECT_EQ(dates.Get_Month_Length(9, 2001), 30);
+    EXPECT_EQ(dates.Get_Month_Length(12, 2001), 31);
+    dates.Set_Calendar(true);
+    EXPECT_EQ(dates.Get_Month_Length(2, 1900), 29);
+    EXPECT_EQ(dates.Get_Month_Length(2, 2000), 29);
+    Load(2011, 2, 14);
+    EXPECT_EQ(dates.DateGet("MonthLength"), 28);
+    EXPECT_EQ(dates.DateGet("NextDay"), 15);
+    Load(2011, 2, 28);
+    EXPECT_EQ(dates.DateGet("NextDay"), 1);
+    Load(2011, 3, 1);
+    EXPECT_EQ(dates.DateGet("PreviousDay"), 28);
+}
+
+TEST_F(Strip, DateSetKeepsTheSignOfTheYearAndTrimsTheDay) {
+    Load(-44, 3, 15, 12, 0, 0, true);
+    dates.DateSet("Year", 100);
+    EXPECT_EQ(dates.MySystemTime.wYear, -100);
+    dates.DateSet("Year", 0);
+    EXPECT_EQ(dates.MySystemTime.wYear, -1);
+    Load(2011, 1, 31);
+    dates.DateSet("Month", 2);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 2, 28)));
+}
+
+TEST_F(Strip, ChangeBetweenBCAndADMovesTheCalendarOnlyPast1900) {
+    Load(-100, 6, 1, 12, 0, 0, true);
+    owner.calendars.clear();
+    dates.ChangeAD_BC();
+    EXPECT_EQ(dates.MySystemTime.wYear, 100);
+    EXPECT_TRUE(owner.calendars.empty());
+    EXPECT_NE(dates.JulDates, 0);
+
+    Load(-3000, 6, 1, 12, 0, 0, true);
+    owner.calendars.clear();
+    dates.ChangeAD_BC();
+    EXPECT_EQ(dates.MySystemTime.wYear, 3000);
+    ASSERT_EQ(owner.calendars.size(), 1u);
+    EXPECT_FALSE(owner.calendars[0]);
+    EXPECT_EQ(dates.JulDates, 0);
+    ASSERT_FALSE(owner.changes.empty());
+    EXPECT_DOUBLE_EQ(owner.changes.back(), Calc_JD(Date(3000, 6, 1), false));
+
+    // A Gregorian date before 15 October 1582 goes over to the Julian calendar.
+    Load(1600, 1, 1);
+    owner.calendars.clear();
+    dates.ChangeAD_BC();
+    ASSERT_EQ(owner.calendars.size(), 1u);
+    EXPECT_TRUE(owner.calendars[0]);
+}
+
+TEST_F(Strip, MinutesOnlyModeRoundsToTheWholeMinute) {
+    dates.Configure_Standard_Dates(true, &owner, 1000);
+    dates.Set_LMT(Date(2011, 7, 4, 12, 34, 45), false);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12, 35, 0)));
+    dates.Set_LMT(Date(2011, 12, 31, 23, 59, 30), false);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2012, 1, 1, 0, 0, 0)));
+    dates.MyTime(Calc_JD(Date(2011, 7, 4, 12, 34, 29), false));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12, 34, 0)));
+    EXPECT_TRUE(dates.MySecondLabel.Empty());
+}
+
+TEST_F(Strip, TheMouseTakesTheFieldUnderItOrTheNearest) {
+    const Rect day = dates.MyDayLabel, month = dates.MyMonthLabel, year = dates.MyYearLabel;
+    const int32_t y = day.Top + 3;
+    EXPECT_LT(day.Right, month.Left);
+    EXPECT_EQ(dates.Field_At(day.Left + 1, y), "Day");
+    EXPECT_EQ(dates.Field_At(month.Left + 1, y), "Month");
+    // In the gap: the nearer side of the midpoint.
+    EXPECT_EQ(dates.Field_At(day.Right + 1, y), "Day");
+    EXPECT_EQ(dates.Field_At(month.Left - 1, y), "Month");
+    EXPECT_EQ(dates.Field_At(year.Right + 2, y), "Year");
+    EXPECT_EQ(dates.Field_At(dates.MySecondLabel.Left + 1, dates.MySecondLabel.Top + 1), "Second");
+    EXPECT_EQ(dates.Field_At(dates.MyLMTlabel.Left + 1, dates.MyLMTlabel.Top + 1), "Second");
+    EXPECT_EQ(dates.Field_At(2, 2), "");
+    // The vertical offset of the control moves every rectangle.
+    dates.MyRectOffset = 100;
+    EXPECT_EQ(dates.Field_At(day.Left + 1, y), "");
+    EXPECT_EQ(dates.Field_At(day.Left + 1, y + 100), "Day");
+    // With no room beside the date the time goes under it.
+    dates.Configure_Standard_Dates(false, &owner, 400);
+    EXPECT_GE(dates.MyHourLabel.Top, dates.MyDayLabel.Bottom);
+}
+
+TEST_F(Strip, InvalidAreaCheckNamesOnlyTheLabelsThatChanged) {
+    struct Spy : cDates {
+        void Invalidate(const Rect& r) override { rects.push_back(r); }
+        std::vector<Rect> rects;
+    } spy;
+    spy.Configure_Standard_Dates(false, &owner, 1000);
+    spy.Set_LMT(Date(2011, 7, 4, 12, 34, 45), false);
+    spy.Paint_Dates(false);
+    spy.IncrementSecond(1);
+    spy.InvalidAreaCheck(false);
+    ASSERT_EQ(spy.rects.size(), 1u);
+    EXPECT_EQ(spy.rects[0], spy.MySecondLabel);
+    spy.rects.clear();
+    spy.IncrementSecond(14);  // 12:35:00: minute and second
+    spy.InvalidAreaCheck(false);
+    EXPECT_EQ(spy.rects.size(), 2u);
+}
+
+// --------------------------------------------------------------- the date handler
+
+TEST_F(Strip, MonthByLettersAndYearByTwoDigits) {
+    Load(2010, 7, 4);
+    dates.Begin_Editing("Month");
+    Type("M");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wMonth, 3);
+    EXPECT_FALSE(Edit.Editing);
+    dates.Begin_Editing("Month");
+    Type("j");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wMonth, 1);
+    dates.Begin_Editing("Month");
+    Type("ju");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wMonth, 6);
+    // Three letters of a month set it and move on to the year.
+    dates.Begin_Editing("Month");
+    Type("OCT");
+    EXPECT_EQ(dates.MySystemTime.wMonth, 10);
+    EXPECT_EQ(Edit.Field, "Year");
+    Type("93");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wYear, 1993);
+    Load(2010, 7, 4);
+    dates.Begin_Editing("Year");
+    Type("07");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wYear, 2007);
+    // In the Julian calendar two digits are a year of the first century.
+    Load(1000, 7, 4, 12, 0, 0, true);
+    dates.Begin_Editing("Year");
+    Type("07");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wYear, 7);
+}
+
+TEST_F(Strip, DigitsCompleteAFieldAndMoveOn) {
+    Load(2010, 4, 10);
+    dates.Begin_Editing("Day");
+    Type("4");  // above 3: final
+    EXPECT_EQ(dates.MySystemTime.wDay, 4);
+    EXPECT_EQ(Edit.Field, "Month");
+    Type("1");
+    EXPECT_EQ(Edit.Field, "Month");
+    Type("2");
+    EXPECT_EQ(dates.MySystemTime.wMonth, 12);
+    EXPECT_EQ(Edit.Field, "Year");
+    Type("1999");
+    EXPECT_EQ(dates.MySystemTime.wYear, 1999);
+    EXPECT_EQ(Edit.Field, "Hour");
+    Type("25");  // 2 then 5: the 5 replaces, and is final
+    EXPECT_EQ(dates.MySystemTime.wHour, 5);
+    Type("7");  // 6 or more is final at once
+    EXPECT_EQ(dates.MySystemTime.wMinute, 7);
+    Type("42");
+    EXPECT_EQ(dates.MySystemTime.wSecond, 42);
+    EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1999, 12, 4, 5, 7, 42)));
+    // Space and Tab commit and go to the next field.
+    dates.Begin_Editing("Day");
+    Type("1 ");
+    EXPECT_EQ(dates.MySystemTime.wDay, 1);
+    EXPECT_EQ(Edit.Field, "Month");
+    Edit_Key_Down(vk::Tab);
+    EXPECT_EQ(Edit.Field, "Year");
+    Edit_Escape();
+}
+
+TEST_F(Strip, DayKeepsToTheMonthLength) {
+    Load(1900, 2, 10);
+    dates.Begin_Editing("Day");
+    Type("29");
+    EXPECT_EQ(dates.MySystemTime.wDay, 28);  // no 29 February 1900 in the Gregorian
+    Edit_Escape();
+    Load(1900, 2, 10, 12, 0, 0, true);
+    dates.Begin_Editing("Day");
+    Type("29");
+    EXPECT_EQ(dates.MySystemTime.wDay, 29);
+    Edit_Escape();
+    Load(2000, 2, 10);
+    dates.Begin_Editing("Day");
+    Type("29");
+    EXPECT_EQ(dates.MySystemTime.wDay, 29);
+    Edit_Escape();
+    Load(2011, 4, 10);
+    dates.Begin_Editing("Day");
+    Type("39");
+    EXPECT_EQ(dates.MySystemTime.wDay, 30);
+    Edit_Escape();
+    Load(2011, 2, 10);
+    dates.Begin_Editing("Day");
+    Type("3");  // in February a 3 cannot begin a day
+    EXPECT_EQ(dates.MySystemTime.wDay, 3);
+    Edit_Escape();
+}
+
+TEST_F(Strip, PlusAndMinusStepTheFieldWithItsCarries) {
+    Load(2011, 1, 31);
+    dates.Begin_Editing("Day");
+    owner.changes.clear();
+    Type("+");
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 2, 1)));
+    EXPECT_EQ(owner.changes.size(), 1u);
+    EXPECT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Text, "1");
+    Edit_Escape();
+    Load(2012, 3, 31);
+    dates.Begin_Editing("Month");
+    Type("-");
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2012, 2, 29)));
+    Edit_Escape();
+    Load(2011, 3, 31);
+    dates.Begin_Editing("Month");
+    Type("-");
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 2, 28)));
+    Edit_Escape();
+}
+
+TEST_F(Strip, EscapeAndAnEmptyBufferLeaveTheDate) {
+    Load(2011, 6, 15, 10, 20, 30);
+    owner.changes.clear();
+    dates.Begin_Editing("Year");
+    Type("19");
+    Edit_Key_Down(vk::Escape);
+    EXPECT_FALSE(Edit.Editing);
+    EXPECT_FALSE(Shell.Editing);
+    dates.Begin_Editing("Hour");
+    Edit_Key_Down(vk::Return);
+    dates.Begin_Editing("Minute");
+    End_Edit();
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 6, 15, 10, 20, 30)));
+    EXPECT_TRUE(owner.changes.empty());
+    // A click elsewhere ends the edit with a commit of what was typed.
+    dates.Begin_Editing("Hour");
+    Type("1");
+    End_Edit();
+    EXPECT_EQ(dates.MySystemTime.wHour, 1);
+    ASSERT_EQ(owner.changes.size(), 1u);
+    EXPECT_DOUBLE_EQ(owner.changes[0], Calc_JD(Date(2011, 6, 15, 1, 20, 30), false));
+}
+
+TEST_F(Strip, TheCaretStandsAtTheMeasuredWidthByAlignment) {
+    Load(2011, 6, 15);
+    dates.Begin_Editing("Year");
+    const Rect cell = Edit.Cell;
+    // Nothing typed: the start text "2011" centred, the caret at its start.
+    EXPECT_EQ(Caret_X(), cell.Left + (cell.Width() - 40) / 2);
+    Type("19");
+    EXPECT_EQ(Edit_Display_Text(), "19");
+    EXPECT_EQ(Caret_X(), cell.Left + (cell.Width() - 20) / 2 + 20);
+    Edit_Key_Down(vk::Home);
+    EXPECT_EQ(Caret_X(), cell.Left + (cell.Width() - 20) / 2);
+    // A click puts the caret at the nearest character.
+    Edit_Click(cell.Left + (cell.Width() - 20) / 2 + 12);
+    EXPECT_EQ(Edit.Position, 1);
+    Type("8");  // overtypes the 9
+    EXPECT_EQ(Edit.Buffer, "18");
+    Edit_Escape();
+}
+
+// --------------------------------------------------------------- other handlers
+
+class Target : public cEditTarget {
+  public:
+    void Edit_Commit(const EditSession& s, double v, const std::string& t) override {
+        field = s.Field;
+        value = v;
+        text = t;
+        ++commits;
+    }
+    std::string field, text;
+    double value = 0;
+    int commits = 0;
+};
+
+struct Engine : ::testing::Test {
+    void SetUp() override { Edit = EditSession{}; }
+    void Open(const std::string& cls, const std::string& field, double value,
+              const std::string& text = "", int32_t align = 2) {
+        EditRequest r;
+        r.Form = &form;
+        r.Control = &target;
+        r.Class = cls;
+        r.Field = field;
+        r.Cell = {100, 10, 200, 30};
+        r.Alignment = align;
+        r.Value = value;
+        r.Text = text;
+        Begin_Edit(r);
+    }
+    void Type(const std::string& keys) {
+        for (char c : keys) Edit_Key_Press(static_cast<unsigned char>(c));
+    }
+    FakeForm form;
+    Target target;
+};
+
+constexpr double kDeg = 57.2957795130823;
+
+TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
+    Open("CellEdit", "Lat", 10.5 / kDeg);
+    EXPECT_DOUBLE_EQ(Edit.Whole, 10.0);
+    EXPECT_DOUBLE_EQ(Edit.Fraction, 30.0);
+    Type("41 23.5-");
+    EXPECT_EQ(Edit_Display_Text(), "41\u00B0 23'.5 S");
+    Edit_Key_Down(vk::Return);
+    EXPECT_NEAR(target.value * kDeg, -(41 + 23.5 / 60), 1e-12);
+
+    Open("CellEdit", "Lat", 0);
+    Type("95");  // above 90: beeped and ignored
+    EXPECT_EQ(form.beeps, 1);
+    EXPECT_EQ(Edit.Degrees, "9");
+    Type("0 1");  // 90° 1' is past the pole too
+    EXPECT_EQ(form.beeps, 2);
+    Edit_Escape();
+
+    Open("CellEdit", "Long", 0);
+    Type("1234");  // three places of degrees, then the minutes
+    EXPECT_EQ(Edit.Degrees, "123");
+    EXPECT_EQ(Edit.Minutes, "4");
+    Type("5");
+    Type("6");     // no third digit of minutes
+    Type(".678");  // two decimals at most
+    EXPECT_EQ(form.beeps, 4);
+    Edit_Key_Down(vk::Return);
+    EXPECT_NEAR(target.value * kDeg, 123 + 45.67 / 60, 1e-12);
+
+    Open("CellEdit", "Long", 0);
+    Type("181");
+    EXPECT_EQ(form.beeps, 5);
+    Type("d60");  // minutes of 60
+    EXPECT_EQ(form.beeps, 6);
+    Edit_Escape();
+
+    // Only the hemisphere typed: the size stays.
+    Open("CellEdit", "Long", 20.25 / kDeg);
+    Type("-");
+    Edit_Key_Down(vk::Return);
+    EXPECT_NEAR(target.value * kDeg, -20.25, 1e-12);
+}
+
+TEST_F(Engine, CourseIsTypedOverItsMask) {
+    Open("CellEdit", "Course", 45.0, "045\u00B0.0 T");
+    Type("27");
+    EXPECT_EQ(Edit_Display_Text(), "275\u00B0.0 T");
+    Type(".3m");
+    EXPECT_EQ(Edit_Display_Text(), "275\u00B0.3 M");
+    Edit_Key_Down(vk::Return);
+    EXPECT_NEAR(target.value, 275.3, 1e-12);
+    EXPECT_EQ(target.text, "275\u00B0.3 M");
+    Open("Options", "Course", 0.0, "000\u00B0.0");
+    Type("4");  // 400 is no course
+    EXPECT_EQ(form.beeps, 1);
+    Type("3");
+    Type("7");  // 370 neither
+    EXPECT_EQ(form.beeps, 2);
+    Edit_Escape();
+}
+
+TEST_F(Engine, NumbersKeepTheirForm) {
+    Open("CellEdit", "Speed", 0);
+    Type("12,5");
+    Type("7");
+    Type("1");  // a third decimal
+    Type("3");
+    EXPECT_EQ(form.beeps, 2);
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, 12.57);
+    Open("CellEdit", "Dist", 0);
+    Type("123.45");
+    EXPECT_EQ(form.beeps, 3);
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, 123.4);
+    Open("Observer", "Temp", 0);
+    Type("-0.5");
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, -0.5);
+    Open("Observer", "Pressure", 0);
+    Type("-");
+    EXPECT_EQ(form.beeps, 4);
+    Edit_Escape();
+    Open("CellEdit", "Clox", 0, "GMT");
+    Type("-5.5");
+    EXPECT_EQ(Edit_Display_Text(), "Z-5.5");
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, -5.5);
+    EXPECT_EQ(target.text, "Z-5.5");
+}
+
+TEST_F(Engine, WayPointsTimesAndText) {
+    Open("CellEdit", "WptNo", 0);
+    EXPECT_EQ(Edit.Alignment, 2);  // left only for the first draw
+    Type("g");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(target.text, "GPS");
+    Open("CellEdit", "WptNo", 0);
+    Type("1234");
+    EXPECT_EQ(form.beeps, 1);
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(target.value, 123);
+    Open("Tb_Time", "Hour", 0);
+    Type("2");
+    EXPECT_EQ(form.beeps, 2);
+    Type("13");
+    EXPECT_EQ(form.beeps, 3);
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(target.value, 1);
+    Open("CellEdit", "Duration", 0, "0d ");
+    Type("2d5h30m");
+    EXPECT_EQ(Edit_Display_Text(), "2d 5h 30m");
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, 2 + 5 / 24.0 + 30 / 1440.0);
+    Open("CellEdit", "ETA", 0, "08:00");
+    Type("12/0830");
+    EXPECT_EQ(Edit_Display_Text(), "12/ 08:30");
+    Type("1");
+    EXPECT_EQ(form.beeps, 4);
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, 12 + 8.5 / 24.0);
+    Open("CellEdit", "ID", 0, "", 0);
+    Type("ABCDEFG");
+    EXPECT_EQ(form.beeps, 5);
+    Edit_Key_Down(vk::Left);
+    Edit_Key_Down(vk::Delete);  // as Right then Backspace
+    EXPECT_EQ(Edit.Buffer, "ABCDE");
+    Edit_Key_Press(176);
+    EXPECT_EQ(Edit.Buffer, "ABCDE\u00B0");
+    EXPECT_EQ(Caret_X(), 100 + 2 + 60);
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(target.text, "ABCDE\u00B0");
+    // Moving in a title takes up its start text.
+    Open("CellEdit", "Title", 0, "Passage", 0);
+    Edit_Key_Down(vk::End);
+    Type("s");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(target.text, "Passages");
+}
+
+TEST_F(Engine, TheKeyFilterPassesOnlyWhatTheClassTakes) {
+    Open("CellEdit", "Dist", 0);
+    EXPECT_FALSE(Edit_Key_Down(vk::F2));
+    EXPECT_FALSE(Edit_Key_Down(vk::Tab));
+    Edit_Key_Press(7);  // a control character is dropped
+    EXPECT_TRUE(Edit.Buffer.empty());
+    EXPECT_TRUE(Edit_Key_Down(vk::Escape));
+    EXPECT_FALSE(Edit.Editing);
+    EXPECT_EQ(target.commits, 0);
+    Open("Tb_Time", "Hour", 0);
+    EXPECT_TRUE(Edit_Key_Down(vk::F2));
+    Edit_Escape();
+}
+
+}  // namespace
+}  // namespace kelmoran
