@@ -71,8 +71,8 @@ struct EclipseEvent {
     double MoonSD = 0.0;          // the Moon's semi-diameter
     double ShadowDec = 0.0;       // declination of the shadow's centre
     double ShadowGHA = 0.0;       // Greenwich hour angle of the shadow's centre, 0 .. 2π
-    double DeltaDec = 0.0;        // the Moon's Dec less ShadowDec
-    double DeltaGHA = 0.0;        // ShadowGHA less the Moon's GHA
+    double DeltaDec = 0.0;        // the Moon's Dec less ShadowDec (see Shadow_At)
+    double DeltaGHA = 0.0;        // ShadowGHA less the Moon's GHA (see Shadow_At)
     double Separation = 0.0;      // angular distance between the Moon and the shadow's centre
     double RateDec = 0.0;         // rate of DeltaDec, radians a day
     double RateGHA = 0.0;         // rate of DeltaGHA, radians a day
