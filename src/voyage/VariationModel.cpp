@@ -7,6 +7,7 @@
 
 #include "Embedded_Data.h"
 #include "ephemeris/Time_Calcs.h"
+#include "settings/M_Formatting.h"
 
 namespace kelmoran {
 
@@ -64,8 +65,8 @@ void Legendre(double x, double z, int nMax, std::array<double, kTerms>& p,
                     p[i] = x * p[i2];
                     dp[i] = x * dp[i2] - z * p[i2];
                 } else {
-                    const double k =
-                        static_cast<double>((n - 1) * (n - 1) - m * m) / ((2 * n - 1) * (2 * n - 3));
+                    const double k = static_cast<double>((n - 1) * (n - 1) - m * m) /
+                                     ((2 * n - 1) * (2 * n - 3));
                     p[i] = x * p[i2] - k * p[i1];
                     dp[i] = x * dp[i2] - z * p[i2] - k * dp[i1];
                 }
@@ -79,7 +80,8 @@ void Legendre(double x, double z, int nMax, std::array<double, kTerms>& p,
         s[i0] = s[(n - 1) * n / 2] * (2 * n - 1) / n;
         for (int m = 1; m <= n; ++m) {
             const int i = i0 + m;
-            s[i] = s[i - 1] * std::sqrt(static_cast<double>((n - m + 1) * (m == 1 ? 2 : 1)) / (n + m));
+            s[i] =
+                s[i - 1] * std::sqrt(static_cast<double>((n - m + 1) * (m == 1 ? 2 : 1)) / (n + m));
         }
     }
     for (int i = 0; i < (nMax + 1) * (nMax + 2) / 2; ++i) {
@@ -223,6 +225,39 @@ void VariationModel::Calc(const Variation_Request& in, Variation_Answer& out) co
 const VariationModel& Variation_Model() {
     static const VariationModel model(Embedded_Data("wmm"));
     return model;
+}
+
+bool VariationModel::In_Span(double jd) const {
+    if (epochs_.empty()) return false;
+    const double year = Decimal_Year(jd);
+    return year >= epochs_.front().Epoch_Year && year <= span_end_;
+}
+
+std::string Main_Variation_Text(float variation) {
+    double degrees = Round_Even(variation * 57.2957795130823, 1);
+    if (!std::isfinite(degrees)) degrees = 0.0;
+    return Format_Number(std::fabs(degrees), "##0°.0") + (degrees >= 0 ? " E " : " W ");
+}
+
+std::string Main_Dip_Text(float dip) {
+    double d = dip;
+    if (!std::isfinite(d)) d = 0.0;
+    if (d > 3.14159265358979) d = 6.28318530717959 - d;
+    return Format_Number(d * 57.2957795130823, "#0°.0");
+}
+
+std::vector<std::string> Magnetic_Help_Words(bool dip, double jd) {
+    std::vector<std::string> words;
+    if (dip) {
+        words = {variation_text::Dip_Help_1, variation_text::Dip_Help_2};
+    } else {
+        words = {variation_text::Variation_Help};
+    }
+    if (!Variation_Model().In_Span(jd)) {
+        words.emplace_back(variation_text::Span_Note_1);
+        words.emplace_back(variation_text::Span_Note_2);
+    }
+    return words;
 }
 
 }  // namespace kelmoran

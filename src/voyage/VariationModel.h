@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace kelmoran {
@@ -38,7 +39,7 @@ struct Magnetic_Elements {
 };
 
 class VariationModel {
-public:
+  public:
     // Reads a table in the layout written by tools/wmm/generate. A table that cannot be
     // read leaves a model with no epochs, which answers a zero field.
     explicit VariationModel(std::span<const unsigned char> table);
@@ -57,10 +58,14 @@ public:
 
     int Epoch_Count() const { return static_cast<int>(epochs_.size()); }
 
-private:
+    // True when the moment `jd` (MyJD) lies within the span of the coefficients (2015.0 to
+    // 2030.0); outside it the field of the nearest end stands in.
+    bool In_Span(double jd) const;
+
+  private:
     struct Epoch {
-        double Epoch_Year = 0;   // the model's epoch
-        double Valid_From = 0;   // first decimal year for which this model is chosen
+        double Epoch_Year = 0;  // the model's epoch
+        double Valid_From = 0;  // first decimal year for which this model is chosen
         int N_Max = 0;
         std::vector<double> G, H, DG, DH;  // index n(n+1)/2 + m, nT and nT/year
     };
@@ -70,5 +75,30 @@ private:
 
 // The shared model, made from the built-in table on first use and kept to the end.
 const VariationModel& Variation_Model();
+
+// The words of the Main screen's rows and of their help pop-ups.
+namespace variation_text {
+inline constexpr const char* Variation_Row = "Variation ";
+inline constexpr const char* Dip_Row = "Magnetic Dip";
+inline constexpr const char* Variation_Help = "Magnetic Variation";
+inline constexpr const char* Dip_Help_1 = "Angle between Earth's Magnetic";
+inline constexpr const char* Dip_Help_2 = "Field and the Horizontal";
+// Added to both pop-ups when the moment lies outside the model's years.
+inline constexpr const char* Span_Note_1 = "Magnetic model covers 2015 to 2030:";
+inline constexpr const char* Span_Note_2 = "the field of the nearest epoch is used";
+}  // namespace variation_text
+
+// Main's "Variation " value: the variation (radians, east positive) in degrees rounded to
+// one decimal, its absolute value by "##0°.0", then " E " (not negative) or " W ".
+std::string Main_Variation_Text(float variation);
+
+// Main's "Magnetic Dip" value: a dip above π is taken as 2π − dip (an upward field), then
+// shown in degrees by "#0°.0".
+std::string Main_Dip_Text(float dip);
+
+// The lines of the help pop-up of the "Variation " row (`dip` false) or of the "Magnetic
+// Dip" row (`dip` true) at the moment `jd`; outside the model's years the note that the
+// nearest epoch's field is in use follows.
+std::vector<std::string> Magnetic_Help_Words(bool dip, double jd);
 
 }  // namespace kelmoran

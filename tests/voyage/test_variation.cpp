@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -111,6 +112,60 @@ TEST(Variation, RequestAndAnswer) {
     EXPECT_EQ(broken.Epoch_Count(), 0);
     broken.Calc({0.0, 0.5f, 0.5f}, a);
     EXPECT_EQ(a.Variation, 0.0f);
+}
+
+// What Main shows: variation with " E " or " W " after the rounded absolute value, the dip
+// folded back from an upward field, and the help words, which add the note about the
+// nearest epoch only for moments outside the model's years.
+TEST(Variation, MainTextsAndHelp) {
+    const double deg = 3.14159265358979 / 180.0;
+    EXPECT_EQ(Main_Variation_Text(static_cast<float>(-12.34 * deg)), "12°.3 W ");
+    EXPECT_EQ(Main_Variation_Text(static_cast<float>(3.06 * deg)), "3°.1 E ");
+    EXPECT_EQ(Main_Variation_Text(0.0f), "0°.0 E ");
+    EXPECT_EQ(Main_Variation_Text(static_cast<float>(-112.96 * deg)), "113°.0 W ");
+    EXPECT_EQ(Main_Dip_Text(1.0f), "57°.3");
+    // An upward field of 28.6° comes as 2π − 0.5 and shows as the angle to the horizontal.
+    EXPECT_EQ(Main_Dip_Text(static_cast<float>(2 * 3.14159265358979 - 0.5)), "28°.6");
+    EXPECT_EQ(Main_Dip_Text(NAN), "0°.0");
+
+    // Through the model: the text of the variation at a WMM2025 test point is the
+    // published declination rounded to one decimal.
+    const std::vector<Test_Value> values = Load_Values();
+    const VariationModel& model = Variation_Model();
+    int checked = 0;
+    for (const Test_Value& t : values) {
+        if (t.year < 2025.0) continue;
+        const double tenths = std::fabs(t.decl) * 10.0;
+        if (std::fabs(tenths - std::floor(tenths) - 0.5) < 0.1) continue;  // too near a tie
+        const float variation =
+            static_cast<float>(model.Elements(t.year, t.lat, t.lon, t.alt).Decl * deg);
+        char expected[32];
+        std::snprintf(expected, sizeof expected, "%.1f", std::fabs(t.decl));
+        std::string text = expected;
+        text.insert(text.find('.'), "°");
+        text += t.decl >= 0 ? " E " : " W ";
+        EXPECT_EQ(Main_Variation_Text(variation), text) << t.lat << " " << t.lon;
+        ++checked;
+    }
+    EXPECT_GE(checked, 50);
+
+    // The span and the help words.
+    EXPECT_TRUE(model.In_Span(MyJD_Of(2015, 1, 1, 0)));
+    EXPECT_TRUE(model.In_Span(MyJD_Of(2029, 12, 31, 23)));
+    EXPECT_FALSE(model.In_Span(MyJD_Of(2014, 12, 31, 23)));
+    EXPECT_FALSE(model.In_Span(MyJD_Of(2030, 1, 2, 0)));
+    const std::vector<std::string> inside = Magnetic_Help_Words(false, MyJD_Of(2026, 6, 1, 0));
+    EXPECT_EQ(inside, std::vector<std::string>{"Magnetic Variation"});
+    const std::vector<std::string> dip = Magnetic_Help_Words(true, MyJD_Of(2026, 6, 1, 0));
+    EXPECT_EQ(dip, (std::vector<std::string>{"Angle between Earth's Magnetic",
+                                             "Field and the Horizontal"}));
+    for (double jd : {MyJD_Of(1990, 3, 1, 0), MyJD_Of(2031, 3, 1, 0)}) {
+        const std::vector<std::string> outside = Magnetic_Help_Words(false, jd);
+        ASSERT_EQ(outside.size(), 3u);
+        EXPECT_EQ(outside[0], "Magnetic Variation");
+        EXPECT_NE(outside[2].find("nearest epoch"), std::string::npos);
+        EXPECT_EQ(Magnetic_Help_Words(true, jd).size(), 4u);
+    }
 }
 
 }  // namespace
