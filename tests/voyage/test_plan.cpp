@@ -18,7 +18,7 @@ namespace {
 constexpr double kDeg = 1.0 / 57.2957795130823;
 
 class Plan : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         Reset_Shell(nullptr);
         Shell.ScreenName = screen_key::NavPlan;
@@ -145,7 +145,7 @@ TEST_F(Plan, SpeedAndEtaEdits) {
     EXPECT_FLOAT_EQ(p.Way_Points[0].Speed, 10.0f);
     EXPECT_FLOAT_EQ(p.Way_Points[1].Speed, 10.0f);
     EXPECT_NEAR(p.Way_Points[2].Time, p.Plan_Start() + 0.5, 1e-6);
-    EXPECT_FALSE(p.Edit_Row_ETA(2, p.Plan_Start() - 1));  // dropped
+    EXPECT_FALSE(p.Edit_Row_ETA(2, p.Plan_Start() - 1));    // dropped
     EXPECT_FALSE(p.Edit_Row_ETA(2, p.Plan_Start() + 1e6));  // below 0.01 kn
 
     // The speed box: every row after the first locked row.
@@ -287,6 +287,37 @@ TEST_F(Plan, ClocksArithmetic) {
     int differ = 0;
     for (std::size_t d = 0; d < zones.size(); ++d) differ += p.Ship_Time[d] != zones[d];
     EXPECT_LE(differ, changes);  // a change may land up to 14 hours after its day starts
+}
+
+// Eastward across the 180° meridian from a start at midnight UT: the changes land one
+// minute after midnight, the date line gives "Date Change", and applying the same table
+// again finds the rows it made within half a minute and adds no more.
+TEST_F(Plan, ClocksAcrossTheDateLine) {
+    VoyagePlan p = Make({{10, 170}, {10, -170}}, 2);
+    p.Edit_ETD(9000.5 + 660.0 / 1440.0, 660);  // midnight UT, typed in zone +11
+    ASSERT_DOUBLE_EQ(p.Plan_Start(), 9000.5);
+    ASSERT_GT(Clox_Day_Count(p), 4);
+    p.Ship_Time = {660, 720, -720, -720, -660};
+    Apply_To_Voyage_Plan(p);
+    ASSERT_EQ(p.Row_Count(), 5);
+    const char* texts[] = {"Clocks Advanced: Z+12", "Date Change: Z-12", "Clocks Advanced: Z-11"};
+    const int days[] = {1, 2, 4};
+    for (int k = 0; k < 3; ++k) {
+        const Way_Point& w = p.Way_Points[static_cast<size_t>(k + 1)];
+        EXPECT_EQ(w.Description, texts[k]);
+        EXPECT_TRUE(w.Row_Valid);
+        // Midnight UT is moved on by one minute; the row is where the plan is then (its
+        // time comes back from distances rounded to a tenth of a mile: 18 s at 10 knots).
+        EXPECT_NEAR(w.Time, 9000.5 + days[k] + kOneMinute, 0.25 * kOneMinute) << texts[k];
+        EXPECT_NEAR(w.Lat / kDeg, 10.0, 1e-3);
+    }
+    EXPECT_GT(p.Way_Points[2].Long, 0.0);  // the date line is crossed on day 2 ...
+    EXPECT_LT(p.Way_Points[3].Long, 0.0);  // ... and day 4 is east of it
+    EXPECT_EQ(p.Way_Points[4].Description, "");
+
+    Apply_To_Voyage_Plan(p);
+    EXPECT_EQ(p.Row_Count(), 5);
+    EXPECT_EQ(p.Way_Points[2].Description, "Date Change: Z-12; Date Change: Z-12");
 }
 
 }  // namespace
