@@ -23,11 +23,15 @@ namespace {
 constexpr std::uintmax_t kMaxFileBytes = 64u * 1024u * 1024u;
 
 // The plan's texts are UTF-8; the file holds Windows-1252.
-std::string To_File_Text(const std::string& s) { return Utf8_To_Ansi(s); }
-std::string From_File_Text(const std::string& s) { return Ansi_To_Utf8(s); }
+std::string To_File_Text(const std::string& s) {
+    return Utf8_To_Ansi(s);
+}
+std::string From_File_Text(const std::string& s) {
+    return Ansi_To_Utf8(s);
+}
 
 class Writer {
-public:
+  public:
     std::vector<unsigned char> bytes;
 
     template <typename T>
@@ -47,7 +51,7 @@ public:
 };
 
 class Reader {
-public:
+  public:
     explicit Reader(std::span<const unsigned char> d) : d_(d) {}
     bool bad = false;
 
@@ -86,12 +90,14 @@ public:
     }
     bool At_End() const { return at_ == d_.size(); }
 
-private:
+  private:
     std::span<const unsigned char> d_;
     std::size_t at_ = 0;
 };
 
-bool Same_Path(const std::string& a, const std::string& b) { return !a.empty() && a == b; }
+bool Same_Path(const std::string& a, const std::string& b) {
+    return !a.empty() && a == b;
+}
 
 }  // namespace
 
@@ -228,14 +234,18 @@ bool Save_Plan(const std::string& pathIn, VoyagePlan& plan, SettingsRecord& sett
                std::string& message) {
     const std::string path = With_Voy_Extension(pathIn);
     const bool wasDefault = Is_Default_Plan(plan, settings);
+    const std::filesystem::path target(path);
+    // An untitled plan takes the name of its file, in the file as in memory.
+    std::string title = plan.Header.Title;
+    if (title.empty() || title == plan_text::Untitled) title = target.stem().string();
     VoyagePlan copy = plan;
     copy.Header.Path = path;
+    copy.Header.Title = title;
     const std::vector<unsigned char> bytes = Encode_Plan(copy);
 
-    const std::filesystem::path target(path);
-    std::string tmp = (target.parent_path().empty() ? std::filesystem::path(".")
-                                                    : target.parent_path()) /
-                      ("." + target.filename().string() + ".XXXXXX");
+    std::string tmp =
+        (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) /
+        ("." + target.filename().string() + ".XXXXXX");
     std::vector<char> name(tmp.begin(), tmp.end());
     name.push_back('\0');
     const int fd = ::mkstemp(name.data());
@@ -248,8 +258,10 @@ bool Save_Plan(const std::string& pathIn, VoyagePlan& plan, SettingsRecord& sett
     while (ok && done < bytes.size()) {
         const ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
         if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) ok = false;
-        else done += static_cast<std::size_t>(n);
+        if (n <= 0)
+            ok = false;
+        else
+            done += static_cast<std::size_t>(n);
     }
     if (ok && ::fsync(fd) != 0) ok = false;
     if (::close(fd) != 0) ok = false;
@@ -268,8 +280,7 @@ bool Save_Plan(const std::string& pathIn, VoyagePlan& plan, SettingsRecord& sett
     }
     plan.Header.Path = path;
     plan.Header.File_Named = kTrue;
-    if (plan.Header.Title.empty() || plan.Header.Title == plan_text::Untitled)
-        plan.Header.Title = target.stem().string();
+    plan.Header.Title = title;
     if (wasDefault) settings.DefaultPlanFile = path;
     Shell.PlanChanged = kFalse;
     message.clear();

@@ -1,7 +1,6 @@
 // The voyage file: byte-for-byte round trips, kept fields, refusal of damaged files, the
 // safe save, and the default-plan rules.
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 #include <cstring>
@@ -29,7 +28,7 @@ void Write_All(const fs::path& p, const std::vector<unsigned char>& b) {
 }
 
 class VoyageFile : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         Reset_Shell(nullptr);
         dir_ = fs::temp_directory_path() / ("kelmoran_voy_" + std::to_string(::getpid()));
@@ -101,6 +100,16 @@ TEST_F(VoyageFile, RoundTripsByteForByte) {
     int files = 0;
     for (const auto& e : fs::directory_iterator(dir_)) files += e.is_regular_file();
     EXPECT_EQ(files, 1);
+
+    // An untitled plan is saved under the name of its file, and reads back so.
+    VoyagePlan u = Sample();
+    u.Header.Title = "Untitled";
+    ASSERT_TRUE(Save_Plan((dir_ / "crossing").string(), u, settings, msg)) << msg;
+    EXPECT_EQ(u.Header.Title, "crossing");
+    VoyagePlan v;
+    ASSERT_TRUE(Load_Plan((dir_ / "crossing.Voy").string(), v, msg)) << msg;
+    EXPECT_EQ(v.Header.Title, "crossing");
+    EXPECT_EQ(Encode_Plan(v), Encode_Plan(u));
 }
 
 TEST_F(VoyageFile, EmptyPlanAndHandMadeFile) {
@@ -183,8 +192,8 @@ TEST_F(VoyageFile, DamagedFilesAreRefused) {
     extra.push_back(0);
     EXPECT_FALSE(Decode_Plan(extra, inUse));
     std::vector<unsigned char> neg = good;
-    const std::size_t rowsAt = 8 + 2 + 2 + p.Header.ETD_Zone.size() + 8 + 2 + 2 +
-                               p.Header.ETA_Zone.size() + 2 + 16;
+    const std::size_t rowsAt =
+        8 + 2 + 2 + p.Header.ETD_Zone.size() + 8 + 2 + 2 + p.Header.ETA_Zone.size() + 2 + 16;
     neg[rowsAt] = 0xFF;
     neg[rowsAt + 1] = 0xFF;
     EXPECT_FALSE(Decode_Plan(neg, inUse));
