@@ -6,10 +6,12 @@
 
 namespace kelmoran {
 
-std::string Zone_Text(int32_t minutes) { return Format_TZ_Text(minutes); }
+std::string Zone_Text(int32_t minutes) {
+    return Format_TZ_Text(minutes);
+}
 
 std::string Variation_Text(float degrees) {
-    return Format_Number(std::fabs(degrees), "##0°.0") + (degrees >= 0 ? " E" : " W");
+    return Format_Number(std::fabs(degrees), "##0°.0") + (degrees >= 0 ? " E " : " W");
 }
 
 void Fill_Row_Text(const Way_Point& w, Way_Point_Text& text) {

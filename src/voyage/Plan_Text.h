@@ -13,7 +13,8 @@ namespace kelmoran {
 std::string Zone_Text(int32_t minutes);
 
 // A variation in degrees (east positive, one decimal) as shown: its absolute value by
-// "##0°.0", then " E" when it is not negative and " W" otherwise.
+// "##0°.0", then " E " (with its trailing blank) when it is not negative and " W"
+// otherwise. Main's "Variation " row uses the same text.
 std::string Variation_Text(float degrees);
 
 // The latitude, longitude and variation texts of row `w`; a row that holds no way point

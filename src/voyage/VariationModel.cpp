@@ -8,6 +8,7 @@
 #include "Embedded_Data.h"
 #include "ephemeris/Time_Calcs.h"
 #include "settings/M_Formatting.h"
+#include "voyage/Plan_Text.h"
 
 namespace kelmoran {
 
@@ -236,7 +237,7 @@ bool VariationModel::In_Span(double jd) const {
 std::string Main_Variation_Text(float variation) {
     double degrees = Round_Even(variation * 57.2957795130823, 1);
     if (!std::isfinite(degrees)) degrees = 0.0;
-    return Format_Number(std::fabs(degrees), "##0°.0") + (degrees >= 0 ? " E " : " W ");
+    return Variation_Text(static_cast<float>(degrees));
 }
 
 std::string Main_Dip_Text(float dip) {

@@ -89,7 +89,8 @@ inline constexpr const char* Span_Note_2 = "the field of the nearest epoch is us
 }  // namespace variation_text
 
 // Main's "Variation " value: the variation (radians, east positive) in degrees rounded to
-// one decimal, its absolute value by "##0°.0", then " E " (not negative) or " W ".
+// one decimal, its absolute value by "##0°.0", then " E " (not negative) or " W", as a
+// voyage row shows it (Variation_Text).
 std::string Main_Variation_Text(float variation);
 
 // Main's "Magnetic Dip" value: a dip above π is taken as 2π − dip (an upward field), then

@@ -114,15 +114,15 @@ TEST(Variation, RequestAndAnswer) {
     EXPECT_EQ(a.Variation, 0.0f);
 }
 
-// What Main shows: variation with " E " or " W " after the rounded absolute value, the dip
+// What Main shows: variation with " E " or " W" after the rounded absolute value, the dip
 // folded back from an upward field, and the help words, which add the note about the
 // nearest epoch only for moments outside the model's years.
 TEST(Variation, MainTextsAndHelp) {
     const double deg = 3.14159265358979 / 180.0;
-    EXPECT_EQ(Main_Variation_Text(static_cast<float>(-12.34 * deg)), "12°.3 W ");
+    EXPECT_EQ(Main_Variation_Text(static_cast<float>(-12.34 * deg)), "12°.3 W");
     EXPECT_EQ(Main_Variation_Text(static_cast<float>(3.06 * deg)), "3°.1 E ");
     EXPECT_EQ(Main_Variation_Text(0.0f), "0°.0 E ");
-    EXPECT_EQ(Main_Variation_Text(static_cast<float>(-112.96 * deg)), "113°.0 W ");
+    EXPECT_EQ(Main_Variation_Text(static_cast<float>(-112.96 * deg)), "113°.0 W");
     EXPECT_EQ(Main_Dip_Text(1.0f), "57°.3");
     // An upward field of 28.6° comes as 2π − 0.5 and shows as the angle to the horizontal.
     EXPECT_EQ(Main_Dip_Text(static_cast<float>(2 * 3.14159265358979 - 0.5)), "28°.6");
@@ -143,7 +143,7 @@ TEST(Variation, MainTextsAndHelp) {
         std::snprintf(expected, sizeof expected, "%.1f", std::fabs(t.decl));
         std::string text = expected;
         text.insert(text.find('.'), "°");
-        text += t.decl >= 0 ? " E " : " W ";
+        text += t.decl >= 0 ? " E " : " W";
         EXPECT_EQ(Main_Variation_Text(variation), text) << t.lat << " " << t.lon;
         ++checked;
     }
