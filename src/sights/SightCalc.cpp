@@ -165,27 +165,28 @@ void Calc_DR(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Values
     v.Original_Long = Settings.ObserverLong;
     v.Course = 0;
     v.Speed = 0;
-    if (Settings.PositionMethod == kDRCourseSpeed) {
+    if (Settings.PositionMethod == kDRCourseSpeed &&
+        std::fabs(Settings.FixTime - t) <= kTrackDays) {
         v.Original_Time = Settings.FixTime;
         v.Course = Settings.FixCourse;
         v.Speed = Settings.FixSpeed;
-    } else if (Settings.PositionMethod == kDRByPlan) {
-        // The leg of the plan that holds the sight's time, from its way point.
+    } else if (Settings.PositionMethod == kDRCourseSpeed) {
+        // A track past its days: the fix position stands, with no run.
+    } else if (Settings.PositionMethod == kDRByPlan && !Voyage.Way_Points.empty()) {
+        // The leg of the plan that holds the sight's time, from its way point; outside
+        // the plan the position service's own answer stands, with no run.
         const std::vector<Way_Point>& rows = Voyage.Way_Points;
-        int leg = -1;
-        for (std::size_t k = 0; k + 1 < rows.size(); ++k) {
-            if (rows[k].Row_Valid == 0 || rows[k + 1].Row_Valid == 0) break;
-            if (rows[k].Time <= t && t <= rows[k + 1].Time) leg = static_cast<int>(k);
-        }
-        if (leg >= 0) {
-            const Way_Point& wp = rows[leg];
-            v.Original_Time = wp.Time;
-            v.Original_Lat = wp.Lat;
-            v.Original_Long = wp.Long;
-            v.Course = wp.Course;
-            v.Speed = wp.Speed;
+        const Way_Point* from = nullptr;
+        if (t >= Voyage.Plan_Start() && t <= Voyage.Plan_End())
+            for (const Way_Point& wp : rows)
+                if (wp.Row_Valid != 0 && wp.Time <= t) from = &wp;
+        if (from != nullptr) {
+            v.Original_Time = from->Time;
+            v.Original_Lat = from->Lat;
+            v.Original_Long = from->Long;
+            v.Course = from->Course;
+            v.Speed = from->Speed;
         } else {
-            // Outside the plan the position service's own answer stands, with no run.
             v.Original_Lat = s.DR_Lat;
             v.Original_Long = s.DR_Long;
         }
@@ -221,6 +222,8 @@ void Calc_GHA(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Value
         seconds -= 3600;
     }
     const double fraction = seconds / 3600.0;
+    v.Table_Seconds = seconds;
+    v.Table_Hour = static_cast<int32_t>(std::fmod(std::fmod(hourIndex, 24.0) + 24.0, 24.0));
     const double h0 = hourIndex / 24.0 - 0.5;
     const EarthFrame f0 = Calc_EarthFrame(h0);
     if (Is_Star(code)) {
@@ -343,8 +346,7 @@ void Calc_Sight_ITP(const SightCalc_Options& o, SightCalc_Values& v) {
                          o.Obs_Route, o.Clarke);
 }
 
-void Compile_Lines(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Sheet& sheet,
-                   int32_t bias) {
+void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t bias) {
     const SightCalc_Values& v = sheet.Values;
     const int p = o.Astro_Data ? 2 : 1;
     const int32_t code = v.Body_Id;
@@ -414,12 +416,11 @@ void Compile_Lines(const Sight_Record& s, const SightCalc_Options& o, SightCalc_
         L.Add("LHA", Format_Angle(v.LHA, p, false));
         L.Add("Declination", Format_Lat(v.Declination, p, false));
     } else {
-        const MySystemTime at = JD_To_Date(s.Sight_Time);
-        const std::string hour = Format_Number(at.wHour, "00") + "h UT";
-        const MySystemTime past = JD_To_Date(s.Sight_Time + 0.5 / 86400.0);
+        const std::string hour = Format_Number(v.Table_Hour, "00") + "h UT";
+        const int past = static_cast<int>(v.Table_Seconds);
         L.Add("GHA", Format_Angle(v.GHA_Hour, 1, false), (Is_Star(code) ? "Aries " : "") + hour);
         L.Add("Increment", Format_Angle(v.Increment, 1, false),
-              Format_Number(past.wMinute, "00") + "m " + Format_Number(past.wSecond, "00") + "s");
+              Format_Number(past / 60, "00") + "m " + Format_Number(past % 60, "00") + "s");
         if (!Is_Star(code)) L.Add("v Corr", Corr_Text(v.V_Corr, 1), "v " + Corr_Text(v.V, 1));
         if (Is_Star(code)) L.Add("SHA", Format_Angle(v.SHA, 1, false));
         L.Add("LHA", Format_Angle(v.LHA, 1, false), "GHA " + Format_Angle(v.GHA, 1, false));
@@ -542,7 +543,7 @@ SightCalc_Sheet Calc_Data(const SightSet& set, int row, const SightCalc_Options&
     Calc_Sight(s, options, v);
     Calc_Result(options, v);
     Calc_Sight_ITP(options, v);
-    Compile_Lines(s, options, sheet, set.My_TZ_Bias);
+    Compile_Lines(options, sheet, set.My_TZ_Bias);
     return sheet;
 }
 

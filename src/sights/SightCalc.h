@@ -90,7 +90,9 @@ struct SightCalc_Values {
     double Nut_Long = 0, Nut_Obl = 0, Obliquity = 0, Aries = 0;
     double RA = 0, Apparent_Dec = 0, Distance = 0;  // km for the Moon, AU otherwise
     double GHA_Exact = 0;                           // the body's (a star's own) GHA at the sight
-    double GHA_Hour = 0;  // simplified: the hour's GHA (of Aries for a star)
+    int32_t Table_Hour = 0;    // the whole hour of UT at which the tables are entered
+    double Table_Seconds = 0;  // whole seconds past that hour
+    double GHA_Hour = 0;       // simplified: the hour's GHA (of Aries for a star)
     double Increment = 0, V = 0, V_Corr = 0;
     double SHA = 0;           // stars
     double GHA = 0, LHA = 0;  // as the form uses them

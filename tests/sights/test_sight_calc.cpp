@@ -18,6 +18,7 @@
 #include "stars/M_Resources.h"
 #include "voyage/Navigation.h"
 #include "voyage/Position_Methods.h"
+#include "voyage/Voyage_Plan.h"
 // The reference libraries last: their headers define macros such as OK.
 #include "sight_reference.h"
 
@@ -290,6 +291,47 @@ TEST_F(SightCalcTest, DeadReckoningAlongTheRhumbLine) {
     }
     EXPECT_LT(worstService, 0.3);
 
+    // Along a plan: from the way point that begins the leg of the sight's time.
+    const double t = set.Sights[0].Sight_Time;
+    Voyage.Way_Points.assign(3, Way_Point{});
+    const double times[3] = {t - 0.6, t - 0.1, t + 0.4};
+    const float legCourse[3] = {300.0f, 25.0f, 0.0f};
+    double lat = kLat, lon = kLon;
+    for (int k = 0; k < 3; ++k) {
+        Way_Point& wp = Voyage.Way_Points[k];
+        wp.Row_Valid = kTrue;
+        wp.Time = times[k];
+        wp.Lat = lat;
+        wp.Long = lon;
+        wp.Course = legCourse[k];
+        wp.Speed = 9.0f;
+        float la = static_cast<float>(lat), lo = static_cast<float>(lon);
+        DR_Step(la, lo, static_cast<float>(legCourse[k] / kDegPerRad), static_cast<float>(9.0 * 12),
+                legCourse[k] > 180, false);
+        lat = la;
+        lon = lo;
+    }
+    Voyage.Header.Plan_Start = times[0];
+    Voyage.Header.Plan_End = times[2];
+    Settings.PositionMethod = kDRByPlan;
+    SightsFilter.AltLimit = static_cast<float>(600.0 / kMinPerRad);
+    SightsFilter.AzLimit = 90.0f;
+    Reduce_Sight(set, 0, false);
+    ASSERT_EQ(set.Sights[0].Body_Id, body::SunLowerLimb);
+    const SightCalc_Values planned = Calc_Data(set, 0, SightCalc_Options{}).Values;
+    EXPECT_EQ(planned.Original_Time, times[1]);
+    EXPECT_EQ(planned.Course, 25.0);
+    EXPECT_NEAR(planned.DR.Run_Hours, 2.4, 0.005);
+    EXPECT_NEAR(Minutes(planned.DR.DR_Lat - set.Sights[0].DR_Lat), 0.0, 0.1);
+    EXPECT_NEAR(Angle_Diff_Minutes(planned.DR.DR_Long, set.Sights[0].DR_Long), 0.0, 0.15);
+    // Past the plan's end the final position stands, with no run.
+    Voyage.Header.Plan_End = t - 0.05;
+    Reduce_Sight(set, 0, false);
+    const SightCalc_Values after = Calc_Data(set, 0, SightCalc_Options{}).Values;
+    EXPECT_EQ(after.DR.Distance, 0.0);
+    EXPECT_NEAR(after.DR.DR_Lat, set.Sights[0].DR_Lat, 1e-9);
+    Voyage.Way_Points.clear();
+
     // The sight at the original time: no run, and the texts of nothing.
     Settings.FixTime = set.Sights[0].Sight_Time;
     const SightCalc_Sheet zero = Calc_Data(set, 0, SightCalc_Options{});
@@ -322,7 +364,11 @@ TEST_F(SightCalcTest, HourAngleAndIncrements) {
         ASSERT_GE(found, 0) << "body " << c.body;
         SightCalc_Options o;
         o.Astro_Data = false;
-        const SightCalc_Values s = Calc_Data(set, 0, o).Values;
+        const SightCalc_Sheet sheet = Calc_Data(set, 0, o);
+        const SightCalc_Values& s = sheet.Values;
+        EXPECT_EQ(sheet.My_sTxt[sheet.Find("Increment")], "30m 00s");
+        EXPECT_EQ(sheet.My_rDat[sheet.Find("Increment")],
+                  Format_Angle(c.increment / kMinPerRad, 1, false));
         o.Astro_Data = true;
         const SightCalc_Values f = Calc_Data(set, 0, o).Values;
         EXPECT_NEAR(Minutes(s.Increment), c.increment, 1e-9) << "body " << c.body;
