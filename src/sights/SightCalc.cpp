@@ -390,7 +390,10 @@ void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t b
     }
     if (hasParallax) L.Add("Parallax", Corr_Text(v.Parallax, p));
     L.Add("True Zenith Distance", Alt_Text(v.TZD, p));
-    if (o.Show_Errors) L.Add("(TZD Error", Error_Text(v.TZD_Error));
+    // The altitude's difference from the reduction's: the whole of it in the full form,
+    // the tables' rounding in the simplified one.
+    if (o.Show_Errors)
+        L.Add(o.Astro_Data ? "(TZD Error" : "(Rounding Error", Error_Text(v.TZD_Error));
     if (hasParallax)
         L.Add("Horizontal Parallax", Format_Number(v.HP * kMinPerRad, p >= 2 ? "#0'.00" : "#0'.0"));
     if (Is_Moon(code) && o.Lat_Correction)

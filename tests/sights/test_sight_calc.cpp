@@ -108,6 +108,7 @@ const std::vector<std::string>& Canonical_Order() {
                                                    "Parallax",
                                                    "True Zenith Distance",
                                                    "(TZD Error",
+                                                   "(Rounding Error",
                                                    "Horizontal Parallax",
                                                    "Redn in HP for Latitude",
                                                    "Augmentation of SD",
@@ -208,7 +209,8 @@ TEST_F(SightCalcTest, TitlesInOrderForEveryForm) {
             EXPECT_TRUE(Has(sheet, "Increment") && Has(sheet, "v Corr") && Has(sheet, "d Corr"));
             EXPECT_FALSE(Has(sheet, "Julian Day"));
         }
-        EXPECT_EQ(Has(sheet, "(TZD Error"), o.Show_Errors);
+        EXPECT_EQ(Has(sheet, "(TZD Error"), o.Show_Errors && o.Astro_Data);
+        EXPECT_EQ(Has(sheet, "(Rounding Error"), o.Show_Errors && !o.Astro_Data);
         EXPECT_EQ(Has(sheet, "(Total Errors"), o.Show_Errors && o.Astro_Data);
         EXPECT_EQ(Has(sheet, "(Total Rounding Errors"), o.Show_Errors && !o.Astro_Data);
         EXPECT_EQ(Has(sheet, "Mer Parts for DR"), o.DR_Route == Sailing_Route::Mercator);
