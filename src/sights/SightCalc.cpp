@@ -262,9 +262,10 @@ void Calc_GHA(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Value
 }
 
 // The corrections of the altitude as the tables give them, the semi-diameter and the
-// parallax on the altitude's side, and the reduction's own figures at the same DR for the
-// error lines.
-void Calc_Sight(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Values& v) {
+// parallax on the altitude's side; `w` and `test` are the reduction's own figures at the
+// same DR, for the error line.
+void Calc_Sight(const Sight_Record& s, const SightCalc_Options& o, const Reduction_Work& w,
+                const Body_Test& test, SightCalc_Values& v) {
     const bool simple = !o.Astro_Data;
     const int32_t code = v.Body_Id;
     auto keep = [simple](double x) { return simple ? Tenth(x) : x; };
@@ -311,16 +312,7 @@ void Calc_Sight(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Val
     v.True_Alt = observed + v.SD + v.Parallax;
     v.TZD = kHalfPi - v.True_Alt;
 
-    // The reduction's figures at the sheet's DR.
-    const Reduction_Work w = Prepare_Reduction(s.Sextant_Alt, static_cast<float>(lat),
-                                               static_cast<float>(v.DR.DR_Long), s.Sight_Az);
-    BodyPlace place;
-    place.GHA = v.GHA_Exact;
-    place.Dec = v.Apparent_Dec;
-    place.Distance = v.Distance;
-    const Body_Test test = Test_Body(w, code, place);
     v.TZD_Error = (v.TZD - (kHalfPi - (w.Corrected_Alt + test.SD + test.Parallax))) * kMinPerRad;
-    v.Reference_Intercept = test.Alt_Diff * kMinPerRad;
 }
 
 void Calc_Result(const SightCalc_Options& o, SightCalc_Values& v) {
@@ -532,18 +524,18 @@ SightCalc_Sheet Calc_Data(const SightSet& set, int row, const SightCalc_Options&
 
     Calc_DR(s, options, v);
     Calc_GHA(s, options, v);
-    {
-        // The reduction's azimuth at the sheet's DR, for the parallax and where the
-        // tables cannot give one.
-        const Reduction_Work w = Prepare_Reduction(s.Sextant_Alt, static_cast<float>(v.DR.DR_Lat),
-                                                   static_cast<float>(v.DR.DR_Long), s.Sight_Az);
-        BodyPlace place;
-        place.GHA = v.GHA_Exact;
-        place.Dec = v.Apparent_Dec;
-        place.Distance = v.Distance;
-        v.Exact_Azimuth = Test_Body(w, v.Body_Id, place).Zn_Deg;
-    }
-    Calc_Sight(s, options, v);
+    // The reduction's own figures at the sheet's DR: its azimuth for the parallax and where
+    // the tables cannot give one, its intercept for the error lines.
+    const Reduction_Work w = Prepare_Reduction(s.Sextant_Alt, static_cast<float>(v.DR.DR_Lat),
+                                               static_cast<float>(v.DR.DR_Long), s.Sight_Az);
+    BodyPlace place;
+    place.GHA = v.GHA_Exact;
+    place.Dec = v.Apparent_Dec;
+    place.Distance = v.Distance;
+    const Body_Test reference = Test_Body(w, v.Body_Id, place);
+    v.Exact_Azimuth = reference.Zn_Deg;
+    v.Reference_Intercept = reference.Alt_Diff * kMinPerRad;
+    Calc_Sight(s, options, w, reference, v);
     Calc_Result(options, v);
     Calc_Sight_ITP(options, v);
     Compile_Lines(options, sheet, set.My_TZ_Bias);
