@@ -45,15 +45,15 @@ inline bool Reference_Sight(int body, double jd, double lat, double lon, double 
     if (body >= 12) {
         const CatalogueStar& s = Catalogue[body];
         double aob, zob, hob, dob, rob, eo;
-        const int rc = eraAtco13(s.RA, s.Dec, s.PmRA, s.PmDec, 0, 0, jdUT, 0, 0, lon, lat, 0, 0, 0,
-                                 pressure, temperature, 0.5, 0.55, &aob, &zob, &hob, &dob, &rob,
-                                 &eo);
+        const int rc =
+            eraAtco13(s.RA, s.Dec, s.PmRA, s.PmDec, 0, 0, jdUT, 0, 0, lon, lat, 0, 0, 0, pressure,
+                      temperature, 0.5, 0.55, &aob, &zob, &hob, &dob, &rob, &eo);
         if (rc < 0) return false;
         out.Alt = 1.5707963267948966 - zob;
         out.Az = aob * kDeg;
         return true;
     }
-    static const int kSwePlanet[] = {SE_SUN, SE_SUN, SE_MOON, SE_MOON, SE_MERCURY,
+    static const int kSwePlanet[] = {SE_SUN,   SE_SUN,  SE_MOON,    SE_MOON,  SE_MERCURY,
                                      SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
     if (body < 0 || body > 8) return false;
     double geo[3] = {lon * kDeg, lat * kDeg, 0};
@@ -69,13 +69,29 @@ inline bool Reference_Sight(int body, double jd, double lat, double lon, double 
     out.Az = std::fmod(xaz[0] + 180.0, 360.0);
     {
         const double radius = body <= 1   ? kSunRadiusKm
-                               : body <= 3 ? kMoonRadiusKm
-                                           : kPlanetRadiusKm[body - 4];
+                              : body <= 3 ? kMoonRadiusKm
+                                          : kPlanetRadiusKm[body - 4];
         const double sd = std::asin(radius / (xx[2] * kAuKm)) * kDeg;
         trueAlt += (body == 0 || body == 2) ? sd : -sd;
     }
     out.Alt = swe_refrac(trueAlt, pressure, temperature, SE_TRUE_TO_APP) / kDeg;
     return true;
+}
+
+// The Greenwich hour angle (radians, 0 .. 2π) of the geocentric apparent place of `body`
+// (0 .. 8, the program's numbering) at `jd` (MyJD, UT): apparent sidereal time less the
+// apparent right ascension.
+inline double Reference_GHA(int body, double jd) {
+    Open_Reference();
+    static const int kSwePlanet[] = {SE_SUN,   SE_SUN,  SE_MOON,    SE_MOON,  SE_MERCURY,
+                                     SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
+    if (body < 0 || body > 8) return 0;
+    const double jdUT = jd + 2451545.0;
+    double xx[6] = {};
+    char err[256] = "";
+    swe_calc_ut(jdUT, kSwePlanet[body], SEFLG_SWIEPH | SEFLG_EQUATORIAL, xx, err);
+    const double gha = std::fmod(swe_sidtime(jdUT) * 15.0 - xx[0] + 720.0, 360.0);
+    return gha / kDeg;
 }
 
 }  // namespace kelmoran::testing_support
