@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <unordered_map>
 #include <utility>
 
 #include "almanac/Moon_Events.h"
@@ -178,6 +179,49 @@ double Variation_Of(double jd, float lat, float lon) {
     return answer.Variation;
 }
 
+// Texts of a one-decimal form whose value decides the text only through its tenths (the
+// number masks and the magnetic course round to the tenth, halves to even, before they
+// write anything). AltAz asks for thousands at every change of the date, each of a few
+// thousand possible texts, so each text is made once by its form and kept.
+class Tenths_Texts {
+  public:
+    explicit Tenths_Texts(std::string (*make)(double)) : make_(make) {}
+    const std::string& Get(double value) {
+        const double tenths = std::nearbyint(value * 10.0);
+        if (!std::isfinite(tenths) || std::fabs(tenths) > 1.0e7) {
+            scratch_ = make_(value);
+            return scratch_;
+        }
+        auto [it, inserted] = texts_.try_emplace(static_cast<int64_t>(tenths));
+        if (inserted) it->second = make_(value);
+        return it->second;
+    }
+
+  private:
+    std::string (*make_)(double);
+    std::unordered_map<int64_t, std::string> texts_;
+    std::string scratch_;
+};
+
+std::string Azimuth_Form(double degrees) {
+    return Format_Number(degrees, "000°.0 T");
+}
+std::string Magnetic_Form(double degrees) {
+    return Format_Magnetic_Course(degrees);
+}
+std::string Minutes_Form(double minutes) {
+    return Format_Number(minutes, "#0'.0");
+}
+std::string Seconds_Form(double seconds) {
+    return Format_Number(seconds, "#0\".0");
+}
+std::string Radius_Form(double minutes) {
+    return Format_Number(minutes, "##0'.0");
+}
+std::string Magnitude_Form(double magnitude) {
+    return Format_Number(magnitude, "#0.0");
+}
+
 // The ranks of texts in ascending order (equal texts share a rank): the numeric keys of
 // the text columns.
 std::vector<double> Ranks(const std::vector<std::string>& texts) {
@@ -211,7 +255,7 @@ void Fill_Place_Texts(int32_t b) {
     }
     r.Texts[kSHA] = Format_Angle(Reduce(kTwoPi - r.RA), 1, true);
     r.Texts[kDec] = Format_Lat(r.Dec, 1, true);
-    if (b > 3) r.Texts[kMag] = Format_Number(r.Magnitude, "#0.0");
+    if (b > 3) r.Texts[kMag] = Magnitude_Form(r.Magnitude);
     r.Texts[kRA] = Format_RA(r.RA, 1, true);
 }
 
@@ -349,15 +393,27 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
     const std::vector<int32_t> list = AltAz_Body_List(jd, lat, lon, distance);
     if (!list.empty()) Calc_Bodies(0, static_cast<int32_t>(list.size()) - 1, list, jd);
 
-    if (catalogueNumbers) {
+    // The catalogue numbers are read once, when their columns are first shown; a missing
+    // table is not sought again.
+    static bool numbersRead = false;
+    if (catalogueNumbers && !numbersRead) {
         if (HD_Numbers.empty()) Load_HD_Numbers();
         if (Hip_Numbers.empty()) Load_Hip_Numbers();
+        numbersRead = true;
     }
     const double variation = Variation_Of(jd, lat, lon);
     const bool radiusShown = Filters.BodyFilterMode == 3 || Filters.BodyFilterMode == 4;
     const bool aboveTen = Filters.AboveTenOnly != 0;
 
+    static Tenths_Texts azimuthTexts(Azimuth_Form), magneticTexts(Magnetic_Form),
+        minutesTexts(Minutes_Form), secondsTexts(Seconds_Form), radiusTexts(Radius_Form);
     std::vector<std::string> desigKeys, constelKeys, nameKeys;
+    for (auto& column : out.Labels) column.reserve(list.size());
+    for (auto& column : out.SortKeys) column.reserve(list.size());
+    desigKeys.reserve(list.size());
+    constelKeys.reserve(list.size());
+    nameKeys.reserve(list.size());
+    out.BodyNumbers.reserve(list.size());
     for (int32_t b : list) {
         if (b < 0 || static_cast<size_t>(b) >= Bodies.size()) continue;
         if (b >= kFirstStar && b > Catalogue_Upper()) continue;
@@ -377,20 +433,20 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
         L[1].push_back(r.Texts[kConstel]);
         L[2].push_back(r.Texts[kName]);
         L[3].push_back(hidden ? kBelowHorizon : Altitude_Text(r.SextantAlt, false));
-        L[4].push_back(hidden ? kBelowHorizon : Format_Number(azDeg, "000°.0 T"));
+        L[4].push_back(hidden ? kBelowHorizon : azimuthTexts.Get(azDeg));
         L[5].push_back(Format_Angle(gha, 1, true));
         L[6].push_back(r.Texts[kSHA]);
         L[7].push_back(r.Texts[kDec]);
-        L[8].push_back(hidden ? kBelowHorizon : Format_Magnetic_Course(magAzDeg));
+        L[8].push_back(hidden ? kBelowHorizon : magneticTexts.Get(magAzDeg));
         L[9].push_back(r.Texts[kMag]);
         // Semi-diameter in minutes of arc for the Sun and Moon, seconds for the planets.
         if (b < 4)
-            L[10].push_back(Format_Number(sd * kArcMinutes, "#0'.0"));
+            L[10].push_back(minutesTexts.Get(sd * kArcMinutes));
         else if (b < kFirstStar)
-            L[10].push_back(Format_Number(sd * kArcSeconds, "#0\".0"));
+            L[10].push_back(secondsTexts.Get(sd * kArcSeconds));
         else
-            L[10].push_back(Format_Number(0.0, "#0'.0"));
-        L[11].push_back(hidden ? kBelowHorizon : Format_Number(tc * kArcMinutes, "#0'.0"));
+            L[10].push_back(minutesTexts.Get(0.0));
+        L[11].push_back(hidden ? kBelowHorizon : minutesTexts.Get(tc * kArcMinutes));
         L[12].push_back(hidden ? kBelowHorizon : Altitude_Text(r.TrueAlt, false));
         L[13].push_back(r.Texts[kRA]);
         int32_t hd = 0, hip = 0;
@@ -404,7 +460,7 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
         L[16].push_back(std::string());
         const double rad =
             (radiusShown && static_cast<size_t>(b) < distance.size()) ? distance[b] : 0.0;
-        L[17].push_back(radiusShown ? Format_Number(rad * kArcMinutes, "##0'.0") : std::string());
+        L[17].push_back(radiusShown ? radiusTexts.Get(rad * kArcMinutes) : std::string());
         L[kBodyNumberColumn].push_back(std::to_string(b));
 
         desigKeys.push_back(b >= kFirstStar ? Designation_Sort_Key(r.Names.Designation)

@@ -23,6 +23,7 @@
 #include "shell/Screen_Rows.h"
 #include "stars/M_Resources.h"
 #include "voyage/Position_Methods.h"
+#include "voyage/VariationModel.h"
 #include "voyage/Voyage_Plan.h"
 
 // After the program's headers: the library defines macros such as OK.
@@ -125,7 +126,12 @@ TEST_F(ScreenRows, AltAzMainStarsAndPlanetsAgreeWithTheBodyService) {
         EXPECT_EQ(listed.count(s) == 1, high) << "star " << s;
     }
 
-    // Every cell is the body's record by its format.
+    // Every cell is the body's record by its format; magnetic bearings by the variation
+    // at the observer.
+    Variation_Answer variation;
+    Variation_Model().Calc(Variation_Request{kEvening, Settings.ObserverLat, Settings.ObserverLong},
+                           variation);
+    EXPECT_NE(variation.Variation, 0.0f);
     for (int32_t r = 0; r < rows.Rows; ++r) {
         const size_t i = static_cast<size_t>(r);
         const BodyRecord& b = Bodies[rows.BodyNumbers[i]];
@@ -137,6 +143,10 @@ TEST_F(ScreenRows, AltAzMainStarsAndPlanetsAgreeWithTheBodyService) {
             EXPECT_NEAR(Parse_Angle(rows.Labels[3][i]), b.SextantAlt, 0.051 * kDeg / 60.0 + 1e-7);
             EXPECT_NEAR(Parse_Angle(rows.Labels[12][i]), b.TrueAlt, 0.051 * kDeg / 60.0 + 1e-7);
             EXPECT_EQ(rows.Labels[4][i], Format_Number(b.Azimuth / kDeg, "000°.0 T"));
+            EXPECT_EQ(rows.Labels[8][i],
+                      Format_Magnetic_Course((b.Azimuth - variation.Variation) / kDeg));
+            EXPECT_EQ(rows.Labels[11][i],
+                      Format_Number((b.TrueAlt - b.SextantAlt) / kDeg * 60.0, "#0'.0"));
         }
         EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[5][i]), b.GHA), 0.051);
         EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[6][i]), kTwoPi - b.RA), 0.051);
