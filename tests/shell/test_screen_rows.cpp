@@ -101,92 +101,78 @@ class ScreenRows : public ::testing::Test {
 const double kEvening = Moment(2024, 3, 15, 21, 30);
 
 TEST_F(ScreenRows, AltAzMainStarsAndPlanetsAgreeWithTheBodyService) {
-    const AltAzRows rows = AltAz_Rows(kEvening, false);
+    const AltAzRows rows = AltAz_Rows(kEvening, true);
     ASSERT_GT(rows.Rows, 7);
-    ASSERT_EQ(rows.Labels.size(), 19u);
-    for (const auto& column : rows.Labels) ASSERT_EQ(column.size(), static_cast<size_t>(rows.Rows));
+    for (const auto& column : rows.Labels) ASSERT_EQ(column.size(), rows.BodyNumbers.size());
     EXPECT_FALSE(rows.DRwarning);
 
-    // Natural order: Sun's upper limb, Moon's upper limb, Mercury .. Saturn, then the
-    // navigational stars brightest first, only those at 10° or more.
+    // Natural order: Sun's and Moon's upper limbs, Mercury .. Saturn, then the navigational
+    // stars brightest first, just those at 10° or more.
     const std::vector<int32_t> head = {0, 2, 4, 5, 6, 7, 8};
-    for (size_t i = 0; i < head.size(); ++i) EXPECT_EQ(rows.BodyNumbers[i], head[i]);
-    std::set<int32_t> listed;
-    for (int32_t r = 0; r < rows.Rows; ++r) {
-        const int32_t b = rows.BodyNumbers[static_cast<size_t>(r)];
-        EXPECT_EQ(rows.Labels[18][static_cast<size_t>(r)], std::to_string(b));
-        if (r > 7) {
-            EXPECT_GT(b, rows.BodyNumbers[static_cast<size_t>(r) - 1]);
+    EXPECT_TRUE(std::equal(head.begin(), head.end(), rows.BodyNumbers.begin()));
+    EXPECT_TRUE(std::is_sorted(rows.BodyNumbers.begin() + 7, rows.BodyNumbers.end()));
+    const std::set<int32_t> listed(rows.BodyNumbers.begin(), rows.BodyNumbers.end());
+    for (int32_t s : MainBodies)
+        if (s >= 12) {
+            EXPECT_EQ(listed.count(s) == 1, Bodies[s].TrueAlt >= 10.0 * kDeg) << s;
         }
-        listed.insert(b);
-    }
-    for (int32_t s : MainBodies) {
-        if (s < 12) continue;
-        const bool high = Bodies[s].TrueAlt >= static_cast<float>(10.0 * kDeg);
-        EXPECT_EQ(listed.count(s) == 1, high) << "star " << s;
-    }
 
-    // Every cell is the body's record by its format; magnetic bearings by the variation
-    // at the observer.
-    Variation_Answer variation;
-    Variation_Model().Calc(Variation_Request{kEvening, Settings.ObserverLat, Settings.ObserverLong},
-                           variation);
-    EXPECT_NE(variation.Variation, 0.0f);
-    for (int32_t r = 0; r < rows.Rows; ++r) {
-        const size_t i = static_cast<size_t>(r);
-        const BodyRecord& b = Bodies[rows.BodyNumbers[i]];
-        const bool below = rows.BodyNumbers[i] < 12 && b.SextantAlt < 0.0f;
-        if (below) {
-            EXPECT_EQ(rows.Labels[3][i], "- ");
-            EXPECT_EQ(rows.Labels[4][i], "- ");
+    // Every cell is the body's record by its format; magnetic bearings by the variation.
+    Variation_Answer field;
+    Variation_Model().Calc({kEvening, Settings.ObserverLat, Settings.ObserverLong}, field);
+    const double tenth = 0.051 * kDeg / 60.0;
+    for (size_t i = 0; i < rows.BodyNumbers.size(); ++i) {
+        const int32_t n = rows.BodyNumbers[i];
+        const BodyRecord& b = Bodies[n];
+        const auto cell = [&](int c) { return rows.Labels[static_cast<size_t>(c)][i]; };
+        EXPECT_EQ(cell(18), std::to_string(n));
+        if (n < 12 && b.SextantAlt < 0.0f) {
+            for (int c : {3, 4, 8, 11, 12}) EXPECT_EQ(cell(c), "- ");
         } else {
-            EXPECT_NEAR(Parse_Angle(rows.Labels[3][i]), b.SextantAlt, 0.051 * kDeg / 60.0 + 1e-7);
-            EXPECT_NEAR(Parse_Angle(rows.Labels[12][i]), b.TrueAlt, 0.051 * kDeg / 60.0 + 1e-7);
-            EXPECT_EQ(rows.Labels[4][i], Format_Number(b.Azimuth / kDeg, "000°.0 T"));
-            EXPECT_EQ(rows.Labels[8][i],
-                      Format_Magnetic_Course((b.Azimuth - variation.Variation) / kDeg));
-            EXPECT_EQ(rows.Labels[11][i],
-                      Format_Number((b.TrueAlt - b.SextantAlt) / kDeg * 60.0, "#0'.0"));
+            EXPECT_NEAR(Parse_Angle(cell(3)), b.SextantAlt, tenth);
+            EXPECT_NEAR(Parse_Angle(cell(12)), b.TrueAlt, tenth);
+            EXPECT_EQ(cell(4), Format_Number(b.Azimuth / kDeg, "000°.0 T"));
+            EXPECT_EQ(cell(8), Format_Magnetic_Course((b.Azimuth - field.Variation) / kDeg));
+            EXPECT_EQ(cell(11), Format_Number((b.TrueAlt - b.SextantAlt) / kDeg * 60, "#0'.0"));
         }
-        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[5][i]), b.GHA), 0.051);
-        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[6][i]), kTwoPi - b.RA), 0.051);
-        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[7][i]), b.Dec), 0.051);
-        EXPECT_EQ(rows.Labels[13][i], Format_RA(b.RA, 1, true));
-        if (rows.BodyNumbers[i] > 3) {
-            EXPECT_EQ(rows.Labels[9][i], Format_Number(b.Magnitude, "#0.0"));
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(cell(5)), b.GHA), 0.051);
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(cell(6)), kTwoPi - b.RA), 0.051);
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(cell(7)), b.Dec), 0.051);
+        EXPECT_EQ(cell(13), Format_RA(b.RA, 1, true));
+        if (n > 3) {
+            EXPECT_EQ(cell(9), Format_Number(b.Magnitude, "#0.0"));
         }
-        if (rows.BodyNumbers[i] >= 12) {
-            EXPECT_EQ(rows.Labels[2][i], b.Names.Name);
-            EXPECT_EQ(rows.Labels[10][i], "0'.0");
+        if (n < 12) continue;
+        EXPECT_EQ(cell(2), b.Names.Name);
+        EXPECT_EQ(cell(10), "0'.0");
+        if (!cell(14).empty()) {
+            EXPECT_EQ(Star_Of_HD(std::stoi(cell(14))), n);
+        }
+        if (!cell(15).empty()) {
+            EXPECT_EQ(Star_Of_Hip(std::stoi(cell(15))), n);
         }
     }
-    // The Sun is well below the horizon at 21:30 in March.
-    EXPECT_EQ(rows.Labels[3][0], "- ");
     EXPECT_EQ(rows.Labels[2][0], "Sun's UL");
-}
+    EXPECT_EQ(rows.Labels[3][0], "- ");  // 21:30 in March
 
-TEST_F(ScreenRows, AltAzPlanetsAgreeWithTheSwissEphemeris) {
-    const AltAzRows rows = AltAz_Rows(kEvening, false);
-    const std::map<int32_t, int> planets = {{4, SE_MERCURY}, {5, SE_VENUS},  {6, SE_MARS},
-                                            {7, SE_JUPITER}, {8, SE_SATURN}, {2, SE_MOON}};
-    const double ut = kJ2000 + kEvening;
-    const double gast = swe_sidtime(ut) * 15.0 * kDeg;
-    for (int32_t r = 0; r < rows.Rows; ++r) {
-        const auto it = planets.find(rows.BodyNumbers[static_cast<size_t>(r)]);
-        if (it == planets.end()) continue;
+    // The planets and the Moon against the Swiss Ephemeris.
+    const std::map<int32_t, int> reference = {{2, SE_MOON}, {4, SE_MERCURY}, {5, SE_VENUS},
+                                              {6, SE_MARS}, {7, SE_JUPITER}, {8, SE_SATURN}};
+    const double ut = kJ2000 + kEvening, gast = swe_sidtime(ut) * 15.0 * kDeg;
+    for (size_t i = 0; i < 7; ++i) {
+        const auto it = reference.find(rows.BodyNumbers[i]);
+        if (it == reference.end()) continue;
         double xx[6];
         char err[256] = "";
-        ASSERT_GE(swe_calc_ut(ut, it->second, SEFLG_SWIEPH | SEFLG_EQUATORIAL, xx, err), 0) << err;
+        ASSERT_GE(swe_calc_ut(ut, it->second, SEFLG_SWIEPH | SEFLG_EQUATORIAL, xx, err), 0);
         const double ra = xx[0] * kDeg, dec = xx[1] * kDeg;
-        const size_t i = static_cast<size_t>(r);
-        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[5][i]), gast - ra), 0.3) << it->first;
-        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[6][i]), kTwoPi - ra), 0.3)
-            << it->first;
-        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[7][i]), dec), 0.3) << it->first;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[5][i]), gast - ra), 0.3) << i;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[6][i]), kTwoPi - ra), 0.3) << i;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[7][i]), dec), 0.3) << i;
     }
 }
 
-TEST_F(ScreenRows, AltAzAltitudeTitleAndFilters) {
+TEST_F(ScreenRows, AltAzAltitudeTitleLimbsAndFilters) {
     EXPECT_EQ(Altitude_Title().Long, "Apparent Altitude");
     Settings.HtOfEye = 3.0f;
     EXPECT_EQ(Altitude_Title().Short, "Obs. Alt.");
@@ -194,105 +180,94 @@ TEST_F(ScreenRows, AltAzAltitudeTitleAndFilters) {
     EXPECT_EQ(Altitude_Title().Long, "Sextant Altitude");
     Compute_Derived_Settings();
 
-    // Without the 10° filter the stars below the horizon come too, and the Sun shows its
+    // Without the 10° filter every navigational star comes, and the Sun shows its
     // negative altitude.
     const AltAzRows high = AltAz_Rows(kEvening, false);
     Filters.AboveTenOnly = 0;
     const AltAzRows all = AltAz_Rows(kEvening, false);
     EXPECT_EQ(all.Rows, 7 + kMainStarCount);
     EXPECT_GT(all.Rows, high.Rows);
-    EXPECT_EQ(all.Labels[3][0].substr(0, 1), "-");
+    EXPECT_EQ(all.Labels[3][0][0], '-');
     EXPECT_LT(Parse_Angle(all.Labels[3][0]), 0.0);
 
-    // The limbs and the minor planets.
-    Filters.SunLowerLimb = -1;
-    Filters.MoonLowerLimb = -1;
-    Filters.MinorPlanets = -1;
+    // The lower limbs and the minor planets; the Moon's limbs lie two semi-diameters apart.
+    Filters.SunLowerLimb = Filters.MoonLowerLimb = Filters.MinorPlanets = -1;
     const AltAzRows limbs = AltAz_Rows(kEvening, false);
-    EXPECT_EQ(limbs.BodyNumbers[0], 1);
-    EXPECT_EQ(limbs.BodyNumbers[1], 3);
-    EXPECT_EQ(limbs.Labels[2][1], "Moon");
     EXPECT_EQ(limbs.Rows, all.Rows + 3);
-    EXPECT_EQ(limbs.BodyNumbers[9], 11);
-    // The two limbs of the Moon differ by twice its semi-diameter.
+    const std::vector<int32_t> head = {1, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+    EXPECT_TRUE(std::equal(head.begin(), head.end(), limbs.BodyNumbers.begin()));
+    EXPECT_EQ(limbs.Labels[2][1], "Moon");
     const double upper = Parse_Angle(all.Labels[12][1]) - Parse_Angle(all.Labels[3][1]);
     const double lower = Parse_Angle(limbs.Labels[12][1]) - Parse_Angle(limbs.Labels[3][1]);
-    const double sd = Parse_Angle("0° " + limbs.Labels[10][1]);
-    EXPECT_NEAR(std::fabs(lower - upper), 2.0 * sd, 0.25 * kDeg / 60.0);
+    EXPECT_NEAR(std::fabs(lower - upper), 2.0 * Parse_Angle("0° " + limbs.Labels[10][1]),
+                0.25 * kDeg / 60.0);
 }
 
 TEST_F(ScreenRows, AltAzSortAndRestore) {
     Filters.AboveTenOnly = 0;
     const AltAzRows rows = AltAz_Rows(kEvening, false);
-    for (int32_t column : {2, 3, 4, 7, 9, 12}) {
-        for (bool ascending : {true, false}) {
-            const std::vector<int32_t> order = AltAz_Sort(rows, column, ascending);
-            ASSERT_EQ(order.size(), static_cast<size_t>(rows.Rows));
-            std::vector<int32_t> sorted = order;
-            std::sort(sorted.begin(), sorted.end());
-            for (int32_t i = 0; i < rows.Rows; ++i) ASSERT_EQ(sorted[static_cast<size_t>(i)], i);
+    for (int column : {2, 3, 4, 7, 9, 12}) {
+        for (bool up : {true, false}) {
+            const std::vector<int32_t> order = AltAz_Sort(rows, column, up);
+            EXPECT_TRUE(std::is_permutation(order.begin(), order.end(),
+                                            AltAz_Sort(rows, -1, true).begin()));
+            // Names by their text, altitudes by the angle shown, the others by the record.
+            const auto value = [&](int32_t r) {
+                const std::string& text = rows.Labels[static_cast<size_t>(column)][r];
+                return column == 3 || column == 12 ? Parse_Angle(text)
+                                                   : rows.SortKeys[static_cast<size_t>(column)][r];
+            };
             for (size_t k = 1; k < order.size(); ++k) {
-                const size_t a = static_cast<size_t>(order[k - 1]),
-                             b = static_cast<size_t>(order[k]);
                 if (column == 2) {
-                    const auto& n = rows.Labels[2];
-                    EXPECT_TRUE(ascending ? n[a] <= n[b] : n[a] >= n[b]) << n[a] << " / " << n[b];
-                } else if (column == 3 || column == 12) {
-                    const double x = Parse_Angle(rows.Labels[column][a]);
-                    const double y = Parse_Angle(rows.Labels[column][b]);
-                    EXPECT_TRUE(ascending ? x <= y + 1e-9 : x >= y - 1e-9) << column;
+                    const std::string &a = rows.Labels[2][order[k - 1]],
+                                      &b = rows.Labels[2][order[k]];
+                    EXPECT_TRUE(up ? a <= b : a >= b) << a << " / " << b;
                 } else {
-                    const auto& key = rows.SortKeys[static_cast<size_t>(column)];
-                    EXPECT_TRUE(ascending ? key[a] <= key[b] : key[a] >= key[b]) << column;
+                    EXPECT_TRUE(up ? value(order[k - 1]) <= value(order[k]) + 1e-9
+                                   : value(order[k - 1]) >= value(order[k]) - 1e-9);
                 }
             }
         }
     }
-    // The brightest by magnitude are the Sun and the Moon.
+    // By magnitude the Sun and the Moon come first; "Restore Order" is the natural order.
     const std::vector<int32_t> bright = AltAz_Sort(rows, 9, true);
     EXPECT_EQ(rows.BodyNumbers[static_cast<size_t>(bright[0])], 0);
     EXPECT_EQ(rows.BodyNumbers[static_cast<size_t>(bright[1])], 2);
-    // "Restore Order" is the natural order.
     const std::vector<int32_t> natural = AltAz_Sort(rows, -1, true);
-    for (int32_t i = 0; i < rows.Rows; ++i) EXPECT_EQ(natural[static_cast<size_t>(i)], i);
+    for (size_t i = 0; i < natural.size(); ++i) EXPECT_EQ(natural[i], static_cast<int32_t>(i));
 }
 
 TEST_F(ScreenRows, AltAzByPointAndConstellation) {
     Filters.AboveTenOnly = 0;
-    const AltAzRows main = AltAz_Rows(kEvening, false);
-    // A bright star well up: its altitude and azimuth as the centre of mode 4, its SHA and
-    // Dec as the centre of mode 3; either finds it, and lists no Sun, Moon or planet.
-    int32_t star = 0;
-    for (int32_t b : main.BodyNumbers)
-        if (b >= 12 && Bodies[b].TrueAlt > 30.0 * kDeg) {
-            star = b;
-            break;
-        }
-    ASSERT_GE(star, 12);
+    AltAz_Rows(kEvening, false);
+    int32_t star = 12;
+    while (Bodies[star].TrueAlt < 30.0 * kDeg) ++star;
+    const auto has = [](const AltAzRows& rows, int32_t b) {
+        return std::find(rows.BodyNumbers.begin(), rows.BodyNumbers.end(), b) -
+               rows.BodyNumbers.begin();
+    };
+    // A star well up found by its altitude and azimuth, and by its SHA and Dec; only stars
+    // within the radius are listed.
     Filters.BodyFilterMode = 4;
     Filters.CentreA = Bodies[star].TrueAlt;
     Filters.CentreB = Bodies[star].Azimuth;
     const AltAzRows byAltAz = AltAz_Rows(kEvening, false);
-    ASSERT_GE(byAltAz.Rows, 1);
-    EXPECT_NE(std::find(byAltAz.BodyNumbers.begin(), byAltAz.BodyNumbers.end(), star),
-              byAltAz.BodyNumbers.end());
-    for (int32_t r = 0; r < byAltAz.Rows; ++r) {
-        EXPECT_GE(byAltAz.BodyNumbers[static_cast<size_t>(r)], 12);
-        EXPECT_LE(std::stod(byAltAz.Labels[17][static_cast<size_t>(r)]), 10.0);
+    EXPECT_LT(has(byAltAz, star), byAltAz.Rows);
+    for (size_t i = 0; i < byAltAz.BodyNumbers.size(); ++i) {
+        EXPECT_GE(byAltAz.BodyNumbers[i], 12);
+        EXPECT_LE(std::stod(byAltAz.Labels[17][i]), 10.0);
     }
-
     Filters.BodyFilterMode = 3;
     Filters.CentreA = static_cast<float>(kTwoPi - Bodies[star].RA);
     Filters.CentreB = static_cast<float>(Bodies[star].Dec);
     const AltAzRows bySha = AltAz_Rows(kEvening, false);
-    const auto at = std::find(bySha.BodyNumbers.begin(), bySha.BodyNumbers.end(), star);
-    ASSERT_NE(at, bySha.BodyNumbers.end());
-    EXPECT_EQ(bySha.Labels[17][static_cast<size_t>(at - bySha.BodyNumbers.begin())], "0'.0");
+    ASSERT_LT(has(bySha, star), bySha.Rows);
+    EXPECT_EQ(bySha.Labels[17][static_cast<size_t>(has(bySha, star))], "0'.0");
 
-    // Mode 4 at a point with no star within a degree: an empty table.
+    // Mode 4 at a point with no star within 10°, then within 10': an empty table.
     Filters.BodyFilterMode = 4;
-    bool tried = false;
-    for (int k = 0; k < 40 && !tried; ++k) {
+    bool found = false;
+    for (int k = 0; k < 40 && !found; ++k) {
         Filters.CentreA = static_cast<float>((-60.0 + 3.0 * k) * kDeg);
         Filters.CentreB = static_cast<float>((17.0 + 37.0 * k) * kDeg);
         Filters.LimitRadius = 600;
@@ -301,35 +276,21 @@ TEST_F(ScreenRows, AltAzByPointAndConstellation) {
         const AltAzRows none = AltAz_Rows(kEvening, false);
         EXPECT_EQ(none.Rows, 0);
         for (const auto& column : none.Labels) EXPECT_TRUE(column.empty());
-        tried = true;
+        found = true;
     }
-    EXPECT_TRUE(tried);
+    EXPECT_TRUE(found);
 
     // A constellation lists its designated stars and nothing else.
     Filters.BodyFilterMode = 2;
     Filters.ConstelChoice = 56;
     const AltAzRows constel = AltAz_Rows(kEvening, false);
-    size_t expected = 0;
+    int32_t expected = 0;
     for (int32_t s : Constellation_Stars[56].Stars) {
         if (s == 0) break;
-        if (s >= 12 && s <= Catalogue_Upper()) ++expected;
+        expected += s >= 12 && s <= Catalogue_Upper();
     }
-    EXPECT_EQ(static_cast<size_t>(constel.Rows), expected);
+    EXPECT_EQ(constel.Rows, expected);
     for (int32_t b : constel.BodyNumbers) EXPECT_EQ(Bodies[b].Names.Constellation, 56);
-}
-
-TEST_F(ScreenRows, AltAzCatalogueNumbers) {
-    const AltAzRows rows = AltAz_Rows(kEvening, true);
-    if (HD_Numbers.empty()) GTEST_SKIP() << "no HD number table in the data folders";
-    int checked = 0;
-    for (int32_t r = 0; r < rows.Rows; ++r) {
-        const int32_t b = rows.BodyNumbers[static_cast<size_t>(r)];
-        const std::string& hd = rows.Labels[14][static_cast<size_t>(r)];
-        if (b < 12 || hd.empty()) continue;
-        EXPECT_EQ(Star_Of_HD(std::stoi(hd)), b);
-        ++checked;
-    }
-    EXPECT_GT(checked, 5);
 }
 
 // ------------------------------------------------------------------------------- Main
@@ -350,30 +311,16 @@ TEST_F(ScreenRows, MainDayAndMoonMatchTheCoreCalculations) {
     const MainPage page = Main_Rows(kSummerDay, false);
     EXPECT_FALSE(page.DRwarning);
 
-    std::vector<std::string> labels;
-    for (const MainLine& l : page.Day) labels.push_back(l.Label);
-    const std::vector<std::string> expected = {"Position",
-                                               "Variation ",
-                                               "Magnetic Dip",
-                                               "Morning Twighlights Start",
-                                               "Astronomical",
-                                               "Nautical",
-                                               "Civil",
-                                               "Sunrise",
-                                               "Aries @ 12:00",
-                                               "Mer.Pass.",
-                                               "Mer. Pass. (Obs. Alt.)",
-                                               "Sunset",
-                                               "Evening Twilights End",
-                                               "Civil",
-                                               "Nautical",
-                                               "Astronomical"};
-    EXPECT_EQ(labels, expected);
+    std::string labels;
+    for (const MainLine& l : page.Day) labels += l.Label + "|";
+    EXPECT_EQ(labels,
+              "Position|Variation |Magnetic Dip|Morning Twighlights Start|Astronomical|Nautical|"
+              "Civil|Sunrise|Aries @ 12:00|Mer.Pass.|Mer. Pass. (Obs. Alt.)|Sunset|"
+              "Evening Twilights End|Civil|Nautical|Astronomical|");
 
     const Sun_Row sun = Main_Sun_Rows(kSummerDay, 60, false);
     const std::vector<size_t> at = {4, 5, 6, 7, 9, 11, 13, 14, 15};
-    for (size_t k = 0; k < at.size(); ++k)
-        EXPECT_EQ(page.Day[at[k]].Value, sun[k]) << labels[at[k]];
+    for (size_t k = 0; k < at.size(); ++k) EXPECT_EQ(page.Day[at[k]].Value, sun[k]) << k;
     // At 50°N on midsummer's day astronomical twilight never ends.
     EXPECT_EQ(page.Day[4].Value, kNoEvent);
     EXPECT_NE(page.Day[7].Value, kNoEvent);
@@ -394,13 +341,14 @@ TEST_F(ScreenRows, MainDayAndMoonMatchTheCoreCalculations) {
 
     const Moon_Rows_Result moon = Moon_Rows(kSummerDay, 60, false);
     ASSERT_GE(page.Moon.size(), 8u);
-    EXPECT_EQ(page.Moon[0].Label, moon.Titles[0]);
-    EXPECT_EQ(page.Moon[0].Value, moon.Texts[0]);
-    EXPECT_EQ(page.Moon[1].Label, moon.Titles[1]);
-    EXPECT_EQ(page.Moon[1].Value, moon.Texts[1]);
-    EXPECT_EQ(page.Moon[2].Value, moon.Passage_Time_Text);
-    EXPECT_EQ(page.Moon[3].Label, moon.Passage_Title);
-    EXPECT_EQ(page.Moon[3].Value, moon.Passage_Alt_Text);
+    const std::vector<MainLine> events = {{moon.Titles[0], moon.Texts[0]},
+                                          {moon.Titles[1], moon.Texts[1]},
+                                          {"Mer.Pass.", moon.Passage_Time_Text},
+                                          {moon.Passage_Title, moon.Passage_Alt_Text}};
+    for (size_t k = 0; k < events.size(); ++k) {
+        EXPECT_EQ(page.Moon[k].Label, events[k].Label);
+        EXPECT_EQ(page.Moon[k].Value, events[k].Value);
+    }
     const auto v = Values(page.Moon);
     EXPECT_EQ(v.at("Age"), Format_Number(Moon_Age_At(moon.Passage_Time), "#0") + " d");
     // Three days after the New Moon of 18 June: a thin crescent.
