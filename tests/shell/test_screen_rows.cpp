@@ -550,5 +550,30 @@ TEST_F(ScreenRows, MoonPhasesEclipseMarks) {
     EXPECT_GE(marks, 2);
 }
 
+// Odd filters, intervals and far dates give tables, never a failure.
+TEST_F(ScreenRows, OddInputGivesTables) {
+    for (int32_t mode : {-1, 2, 3, 4, 9}) {
+        Filters.BodyFilterMode = mode;
+        Filters.ConstelChoice = mode == 2 ? 200 : 0;
+        Filters.CentreA = NAN;
+        Filters.StarCount = 999999;
+        const AltAzRows rows = AltAz_Rows(kEvening, false);
+        for (const auto& column : rows.Labels) EXPECT_EQ(column.size(), rows.BodyNumbers.size());
+    }
+    EXPECT_EQ(AltAz_Rows(NAN, false).Rows, 0);
+    Filters = BodyFilters{};
+    Filters.IntervalUnit = "Fortnight";
+    EXPECT_EQ(Planets_Rows(kEvening, -5, false).Rows, 0);
+    const TableRows hours = Planets_Rows(kEvening, 2, false);
+    EXPECT_NE(hours.Labels[1][0], hours.Labels[1][1]);
+    for (double jd : {-1.5e6, -7.3e5, 1.1e6}) {
+        const MainPage page = Main_Rows(jd, true);
+        EXPECT_GT(page.Day.size(), 10u);
+        EXPECT_EQ(Lunations_Rows(jd).Rows, 12);
+        Filters.IntervalUnit = "Month";
+        EXPECT_EQ(Planets_Rows(jd, 3, false).Rows, 3);
+    }
+}
+
 }  // namespace
 }  // namespace kelmoran
