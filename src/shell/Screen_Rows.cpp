@@ -295,6 +295,28 @@ std::vector<int32_t> Stars_In_Radius(double ra, double dec, double radius, int32
     return kept;
 }
 
+// The highest star that the AltAz list of the filters in force may take.
+int32_t AltAz_Highest_Star() {
+    switch (Filters.BodyFilterMode) {
+        case 1:
+        case 3:
+        case 4:
+            return Star_Limit_Index(Filters.StarCount);
+        case 2: {
+            const int c = Filters.ConstelChoice;
+            int32_t highest = 0;
+            if (c < 1 || c > 88) return 0;
+            for (int32_t s : Constellation_Stars[c].Stars) {
+                if (s == 0) break;
+                highest = std::max(highest, s);
+            }
+            return highest;
+        }
+        default:
+            return 0;
+    }
+}
+
 // The list of bodies of AltAz before the altitude filter, in the natural order.
 std::vector<int32_t> AltAz_Body_List(double jd, float lat, float lon,
                                      std::vector<double>& distance) {
@@ -368,6 +390,14 @@ std::vector<int32_t> AltAz_Body_List(double jd, float lat, float lon,
 }
 
 }  // namespace
+
+bool AltAz_Loads_Tiers() {
+    Ensure_Star_Tables();
+    if (AltAz_Highest_Star() <= Catalogue_Upper()) return false;
+    // The next tier to read, if its data can be found at all.
+    const int next = Catalogue_Upper() < kTier2End ? 2 : Catalogue_Upper() < kTier3End ? 3 : 4;
+    return Star_Tier_Available(next);
+}
 
 ColumnTitle Altitude_Title() {
     if (Settings.IndexError != 0.0f) return {"Sextant Altitude", "Sex. Alt."};

@@ -280,6 +280,17 @@ TEST_F(ScreenRows, AltAzByPointAndConstellation) {
     }
     EXPECT_TRUE(found);
 
+    // Stars to magnitude 8 need the second tier: it is loaded by the rows, when it exists.
+    Filters.BodyFilterMode = 1;
+    Filters.StarCount = 42078;
+    if (Catalogue_Upper() < kTier2End) {
+        EXPECT_EQ(AltAz_Loads_Tiers(), Star_Tier_Available(2));
+        const AltAzRows deep = AltAz_Rows(kEvening, false);
+        EXPECT_EQ(Catalogue_Upper() >= kTier2End, Star_Tier_Available(2));
+        EXPECT_EQ(deep.Rows, 7 + Catalogue_Upper() - 11);
+    }
+    EXPECT_FALSE(AltAz_Loads_Tiers());
+
     // A constellation lists its designated stars and nothing else.
     Filters.BodyFilterMode = 2;
     Filters.ConstelChoice = 56;
