@@ -18,18 +18,18 @@ namespace kelmoran {
 // The filters of the Bodies tab and the body of Solar Bodies: shared state of the run,
 // not saved. Defaults as a first run shows them.
 struct BodyFilters {
-    int16_t SunLowerLimb = 0;    // the Sun's row is for the lower limb
-    int16_t MoonLowerLimb = 0;   // the Moon's row is for the lower limb
-    int16_t MinorPlanets = 0;    // Uranus, Neptune and Pluto are listed
-    int16_t AboveTenOnly = -1;   // "Altitudes above 10° Only"
-    int32_t BodyFilterMode = 0;  // 0 main stars, 1 by magnitude, 2 constellation,
-                                 // 3 by S.H.A./Dec., 4 by observed altitude/azimuth
-    int32_t ConstelChoice = 1;   // constellation number of mode 2
-    int32_t LimitRadius = 10;    // minutes of arc, modes 3 and 4
-    int32_t StarCount = 280;     // stars in use in mode 1, brightest first
-    float CentreA = 0.0f;        // SHA (mode 3) or altitude (mode 4), radians
-    float CentreB = 0.0f;        // declination (mode 3) or azimuth (mode 4), radians
-    int32_t ShowBody = 1;        // body number 0 .. 11 of Solar Bodies
+    int16_t SunLowerLimb = 0;           // the Sun's row is for the lower limb
+    int16_t MoonLowerLimb = 0;          // the Moon's row is for the lower limb
+    int16_t MinorPlanets = 0;           // Uranus, Neptune and Pluto are listed
+    int16_t AboveTenOnly = -1;          // "Altitudes above 10° Only"
+    int32_t BodyFilterMode = 0;         // 0 main stars, 1 by magnitude, 2 constellation,
+                                        // 3 by S.H.A./Dec., 4 by observed altitude/azimuth
+    int32_t ConstelChoice = 1;          // constellation number of mode 2
+    int32_t LimitRadius = 10;           // minutes of arc, modes 3 and 4
+    int32_t StarCount = 280;            // stars in use in mode 1, brightest first
+    float CentreA = 0.0f;               // SHA (mode 3) or altitude (mode 4), radians
+    float CentreB = 0.0f;               // declination (mode 3) or azimuth (mode 4), radians
+    int32_t ShowBody = 1;               // body number 0 .. 11 of Solar Bodies
     std::string IntervalUnit = "Hour";  // "Year", "Month", "Day", "Hour", "Minute", "Second"
     int16_t ShowSecondsOfArc = 0;       // "Show Seconds of Arc" on Solar Bodies
 };
@@ -52,10 +52,22 @@ struct AltAzRows : TableRows {
     std::vector<std::vector<double>> SortKeys;
 };
 
+// Columns: 0 designation (a Greek letter as itself), 1 constellation, 2 name, 3 altitude
+// by its title, 4 azimuth, 5 GHA, 6 SHA, 7 declination, 8 magnetic azimuth, 9 magnitude,
+// 10 semi-diameter (minutes for the Sun and Moon, seconds for planets), 11 total
+// correction, 12 true altitude, 13 right ascension, 14 HD, 15 Hipparcos, 16 Tycho (empty:
+// no Tycho table is delivered), 17 the distance from the centre of modes 3 and 4. A Sun,
+// Moon or planet row below the horizon under "Altitudes above 10° Only" reads "- " in
+// columns 3, 4, 8, 11 and 12.
 // The AltAz rows at `jd` (MyJD, UT) by the filters in force. `catalogueNumbers` is true
 // once columns 14 to 16 have been inserted (their numbers are loaded on first use). Rows
 // in the natural order: Sun, Moon, planets, then stars by brightness.
 AltAzRows AltAz_Rows(double jd, bool catalogueNumbers);
+
+// True when the AltAz rows under the filters in force need stars beyond the catalogue
+// loaded so far: AltAz_Rows will first load the deeper tiers (the screen shows the
+// hourglass while it does).
+bool AltAz_Loads_Tiers();
 
 // The permutation of rows that sorts `rows` by column `column` (ascending or not); the
 // natural order is 0, 1, 2, ...
@@ -89,6 +101,12 @@ struct MainPage {
 };
 
 // The Main page for the local day that holds `jd`, times with seconds when `useSeconds`.
+// Day: the position ("Position", or "Current Position" and "          Co./ Speed" when the
+// position is reckoned; that line reads "DR Error" when the reckoning fails), "Variation ",
+// "Magnetic Dip", the morning twilights, "Sunrise", "Aries @ 12:00", "Mer.Pass.", the
+// Sun's meridian altitude, "Sunset" and the evening twilights, each heading with an empty
+// value. Moon: rise and set in the order they happen, "Mer.Pass.", the meridian altitude,
+// "Phase" (illuminated part), "Age", then "Previous " and "Next " with the phase's name.
 MainPage Main_Rows(double jd, bool useSeconds);
 
 }  // namespace kelmoran
