@@ -1023,7 +1023,8 @@ bool Edit_Key_Down(int32_t virtualKey) {
             return false;
         case vk::F2:
             if (Is_One_Of(Edit.Class, {"Tb_Time", "Dates", "Tb_Voyage"})) {
-                Edit_Dispatch(vk::F2);
+                // Negated like the caret keys: its code is that of "q".
+                Edit_Dispatch(-vk::F2);
                 return true;
             }
             return false;

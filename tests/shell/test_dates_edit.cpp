@@ -4,6 +4,8 @@
 
 #include <cmath>
 #include <cstdio>
+#include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -223,6 +225,135 @@ TEST_F(Strip, InvalidAreaCheckNamesOnlyTheLabelsThatChanged) {
     spy.IncrementSecond(14);  // 12:35:00: minute and second
     spy.InvalidAreaCheck(false);
     EXPECT_EQ(spy.rects.size(), 2u);
+}
+
+TEST_F(Strip, LabelsStandLeftToRightFourPixelsApart) {
+    dates.Configure_Standard_Dates(false, &owner, 2000);
+    const Rect order[] = {dates.MyWeekdayLabel, dates.MyDayLabel, dates.MyMonthLabel,
+                          dates.MyYearLabel, dates.MyBClabel};
+    for (size_t i = 1; i < std::size(order); ++i) EXPECT_EQ(order[i].Left - order[i - 1].Right, 4);
+    // The time reads hour, colon, minute, colon, second, then the zone, on the date's line.
+    EXPECT_GT(dates.MyHourLabel.Left, dates.MyBClabel.Right);
+    EXPECT_EQ(dates.MyHourLabel.Top, dates.MyDayLabel.Top);
+    EXPECT_EQ(dates.MyMinuteLabel.Left - dates.MyHourLabel.Right, Date_Metrics.Colon);
+    EXPECT_EQ(dates.MySecondLabel.Left - dates.MyMinuteLabel.Right, Date_Metrics.Colon);
+    EXPECT_EQ(dates.MyLMTlabel.Left - dates.MySecondLabel.Right, 4);
+    EXPECT_TRUE(dates.MyFrame.Contains(dates.MyLMTlabel.Right - 1, dates.MyLMTlabel.Top));
+}
+
+TEST_F(Strip, EachConfigurationHasItsPlaceAndFields) {
+    using Fields = std::vector<std::string>;
+    const Fields all = {"Day", "Month", "Year", "Hour", "Minute", "Second"};
+    struct Case {
+        const char* name;
+        std::function<void(cDates&)> configure;
+        int32_t left, top;
+        Fields fields;
+    };
+    const Case cases[] = {
+        {"standard", [&](cDates& d) { d.Configure_Standard_Dates(false, &owner, 1000); }, 152, 5,
+         all},
+        {"standard, minutes only",
+         [&](cDates& d) { d.Configure_Standard_Dates(true, &owner, 1000); }, 152, 5,
+         Fields(all.begin(), all.end() - 1)},
+        {"lunations",
+         [&](cDates& d) { d.Configure_Lunation_Dates(&owner, 1000); },
+         152,
+         5,
+         {"Year"}},
+        {"sights", [&](cDates& d) { d.Configure_Sight_Dates(&owner, 1000); }, 125, 2, all},
+        {"almanac", [&](cDates& d) { d.Configure_Almanac_Dates(&owner, 1000); }, 152, 5, all},
+        {"atlas", [&](cDates& d) { d.Configure_StarPlot_Dates(&owner, 1000); }, 25, 2, all},
+        {"voyage row", [&](cDates& d) { d.Configure_NavPlan_Dates(7, &owner); }, 0, 0,
+         Fields(all.begin(), all.end() - 1)},
+        {"date-time group",
+         [&](cDates& d) { d.Configure_for_DTG(3, &owner); },
+         0,
+         0,
+         {"Day", "Hour", "Minute"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        cDates d;
+        c.configure(d);
+        EXPECT_EQ(d.MyFrame.Left, c.left);
+        EXPECT_EQ(d.MyFrame.Top, c.top);
+        EXPECT_EQ(d.Fields_Shown(), c.fields);
+        // Every field shown can be clicked to open its own edit.
+        for (const std::string& f : d.Fields_Shown()) {
+            const Rect r = d.Field_Rect(f);
+            EXPECT_EQ(d.Field_At((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2), f);
+        }
+    }
+    cDates lunation;
+    lunation.Configure_Lunation_Dates(&owner, 1000);
+    EXPECT_EQ(lunation.Caption_Text(), "Moon Phases for ");
+    EXPECT_GE(lunation.MyYearLabel.Left, 152 + Date_Metrics.LabelWidth);
+    cDates row;
+    row.Configure_NavPlan_Dates(7, &owner);
+    EXPECT_EQ(row.MyIndex, 7);
+    EXPECT_NE(row.RoundToMinute, 0);
+    EXPECT_EQ(row.Weekday_Text(), "");  // no weekday on a row: nothing asked for it
+    row.ClassType = "EtdDates";
+    row.Set_HotSpots();
+    EXPECT_EQ(row.Caption_Text(), "Time of departure");
+    EXPECT_GE(row.MyDayLabel.Left, Date_Metrics.DepartureWidth);
+}
+
+TEST_F(Strip, TheWordsRoundTheFields) {
+    // 1 January 2000 was a Saturday, 1 January 1970 a Thursday.
+    Load(2000, 1, 1);
+    EXPECT_EQ(dates.Weekday_Text(), "Saturday");
+    EXPECT_EQ(dates.Era_Text(), "");
+    EXPECT_EQ(dates.Julian_Text(), "");
+    dates.ShortNames = kTrue;
+    Load(1970, 1, 1);
+    EXPECT_EQ(dates.Weekday_Text(), "Thur");
+    EXPECT_EQ(dates.Field_Text("Month"), "Jan");
+    dates.ShortNames = kFalse;
+    EXPECT_EQ(dates.Field_Text("Month"), "January");
+    // The same day in the two calendars falls on different weekdays: 4 October 1582 in the
+    // Julian calendar was a Thursday, and the next day 15 October a Friday.
+    Load(1582, 10, 4, 12, 0, 0, true);
+    EXPECT_EQ(dates.Weekday_Text(), "Thursday");
+    EXPECT_EQ(dates.Julian_Text(), "Julian       ");
+    EXPECT_EQ(dates.Era_Text(), "");
+    Load(-44, 3, 15, 12, 0, 0, true);
+    EXPECT_EQ(dates.Era_Text(), "BC");
+    EXPECT_EQ(dates.Field_Text("Year"), "44");
+    Load(800, 12, 25, 12, 0, 0, true);
+    EXPECT_EQ(dates.Era_Text(), "AD");
+    // A Gregorian year 2000 read in the Julian calendar is still marked.
+    Load(2000, 1, 1, 12, 0, 0, true);
+    EXPECT_EQ(dates.Julian_Text(), "Julian       ");
+
+    cDates dtg;
+    dtg.Configure_for_DTG(0, &owner);
+    dtg.My_TZ_Bias(60);
+    dtg.Set_LMT(Date(2011, 7, 12, 8, 30, 10), false);
+    EXPECT_EQ(dtg.DTG_Text(), "12/ 08:30 Z+1");
+}
+
+TEST_F(Strip, TheGregorianCalendarBeginsOn15October1582) {
+    // On the first day of the reform the Gregorian calendar can be chosen.
+    Load(1582, 10, 15, 0, 0, 0, true);
+    owner.calendars.clear();
+    dates.Menu_Choice("Use Gregorian Calender");
+    EXPECT_EQ(dates.JulDates, 0);
+    EXPECT_EQ(owner.calendars, std::vector<bool>{false});
+    EXPECT_EQ(dates.Julian_Text(), "");
+    // On the day before it cannot.
+    Load(1582, 10, 14, 23, 59, 59, true);
+    owner.calendars.clear();
+    dates.Menu_Choice("Use Gregorian Calender");
+    EXPECT_NE(dates.JulDates, 0);
+    EXPECT_TRUE(owner.calendars.empty());
+    // The captions follow the state.
+    EXPECT_EQ(dates.Menu_Captions()[0], "Use Gregorian Calender");
+    EXPECT_EQ(dates.Menu_Captions()[1], "BC");
+    dates.ChangeAD_BC();
+    EXPECT_EQ(dates.Menu_Captions()[1], "AD");
+    EXPECT_EQ(dates.Menu_Captions()[2], "Time Zone");
 }
 
 // --------------------------------------------------------------- the date handler
@@ -577,6 +708,16 @@ TEST_F(Engine, TheKeyFilterPassesOnlyWhatTheClassTakes) {
     Open("Tb_Time", "Hour", 0);
     EXPECT_TRUE(Edit_Key_Down(vk::F2));
     Edit_Escape();
+}
+
+TEST_F(Strip, F2InTheMonthIsNoLetter) {
+    Load(2010, 7, 4);
+    dates.Begin_Editing("Month");
+    Type("a");
+    EXPECT_TRUE(Edit_Key_Down(vk::F2));  // the strip takes F2, but it types nothing
+    EXPECT_EQ(Edit.Buffer, "A");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wMonth, 4);
 }
 
 }  // namespace
