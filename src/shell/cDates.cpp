@@ -153,8 +153,9 @@ void cDates::Position_DateGrid(int32_t x, int32_t y) {
         const int32_t timeWidth = 2 * m.TwoZeros + m.Colon + seconds + kGap + m.Zone;
         // No room beside the date: the time goes under it.
         if (MyWidth > 0 && timeLeft + timeWidth + kFramePad > MyWidth) {
+            // Clear of the calendar line, with room for the outline round the time.
             timeLeft = MyDayLabel.Left;
-            timeTop = MyJulianLabel.Bottom;
+            timeTop = MyJulianLabel.Bottom + kGap;
         }
         MyHourLabel = {timeLeft, timeTop, timeLeft + m.TwoZeros, timeTop + h};
         MyMinuteLabel = {MyHourLabel.Right + m.Colon, timeTop,
