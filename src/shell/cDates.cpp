@@ -142,7 +142,8 @@ void cDates::Position_DateGrid(int32_t x, int32_t y) {
     left = MyMonthLabel.Right + kGap;
     MyYearLabel = {left, top, left + 2 * m.TwoZeros, top + h};
     MyBClabel = {MyYearLabel.Right + kGap, top, MyYearLabel.Right + kGap + m.BC, top + h};
-    MyDateGrid = MyDayLabel.United(MyBClabel);
+    // The date group holds the weekday too: a click on it is nearest to the day.
+    MyDateGrid = MyWeekdayLabel.United(MyDayLabel).United(MyBClabel);
     // "Julian" stands under the year.
     MyJulianLabel = {MyDayLabel.Left, top + h, MyBClabel.Right, top + h + m.SmallHeight};
 

@@ -197,6 +197,7 @@ TEST_F(Strip, TheMouseTakesTheFieldUnderItOrTheNearest) {
     EXPECT_EQ(dates.Field_At(day.Right + 1, y), "Day");
     EXPECT_EQ(dates.Field_At(month.Left - 1, y), "Month");
     EXPECT_EQ(dates.Field_At(year.Right + 2, y), "Year");
+    EXPECT_EQ(dates.Field_At(dates.MyWeekdayLabel.Left + 1, y), "Day");  // in the date group
     EXPECT_EQ(dates.Field_At(dates.MySecondLabel.Left + 1, dates.MySecondLabel.Top + 1), "Second");
     EXPECT_EQ(dates.Field_At(dates.MyLMTlabel.Left + 1, dates.MyLMTlabel.Top + 1), "Second");
     EXPECT_EQ(dates.Field_At(2, 2), "");
@@ -629,6 +630,22 @@ TEST_F(Engine, NumbersKeepTheirForm) {
     Open("CellEdit", "Dist", 0);
     Type("123.45");
     EXPECT_EQ(form.beeps, 3);
+    // A digit typed at the caret overtypes the one under it; one past the form beeps.
+    Edit_Key_Down(vk::Home);
+    Type("9");
+    EXPECT_EQ(Edit.Buffer, "923.4");
+    Edit_Key_Down(vk::End);
+    Edit_Key_Down(vk::Left);
+    Type("7");
+    EXPECT_EQ(Edit.Buffer, "923.7");
+    Edit_Key_Down(vk::Left);
+    Edit_Key_Down(vk::Left);
+    Type("5");  // over the point: five whole digits are allowed in a distance
+    EXPECT_EQ(Edit.Buffer, "92357");
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, 92357);
+    Open("CellEdit", "Dist", 0);
+    Type("123.4");
     Edit_Key_Down(vk::Return);
     EXPECT_DOUBLE_EQ(target.value, 123.4);
     Open("Observer", "Temp", 0);
