@@ -591,10 +591,16 @@ double cDates::My_JD() {
 void cDates::MyTime(double dayCount) {
     if (!std::isfinite(dayCount)) dayCount = 0.0;
     if (RoundToMinute) dayCount = std::nearbyint(dayCount / (1.0 / 1440.0)) * 0.000694444444444444;
-    // The conversion back follows this control's calendar.
+    // The conversion back follows this control's calendar; a moment before the Gregorian
+    // calendar began is read in the Julian, which the zone test then takes up, so that the
+    // fields keep the moment that was given.
     const int16_t shared = Shared_JulDates;
     Shared_JulDates = JulDates;
     MySystemTime = JD_To_Date(dayCount);
+    if (!JulDates && Before_Reform()) {
+        Shared_JulDates = kTrue;
+        MySystemTime = JD_To_Date(dayCount);
+    }
     Shared_JulDates = shared;
     MyJD = dayCount;
     Test_Date_for_LMT_Change();

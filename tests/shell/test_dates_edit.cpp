@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "settings/M_Formatting.h"
+#include "settings/M_TimeZones.h"
+#include "settings/SettingsRecord.h"
 #include "shell/Date_Record.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
@@ -355,6 +358,65 @@ TEST_F(Strip, TheGregorianCalendarBeginsOn15October1582) {
     dates.ChangeAD_BC();
     EXPECT_EQ(dates.Menu_Captions()[1], "AD");
     EXPECT_EQ(dates.Menu_Captions()[2], "Time Zone");
+}
+
+TEST_F(Strip, AMomentBeforeTheReformLoadsInTheJulianCalendar) {
+    dates.Set_Calendar(false);
+    owner.calendars.clear();
+    const double moment = Calc_JD(Date(1000, 7, 4, 6, 30), true);
+    dates.MyTime(moment);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1000, 7, 4, 6, 30)));
+    EXPECT_NE(dates.JulDates, 0);
+    EXPECT_EQ(owner.calendars, std::vector<bool>{true});
+    EXPECT_DOUBLE_EQ(dates.My_JD(), moment);
+    // The day before the reform and the reform itself, loaded on the Gregorian calendar.
+    dates.Set_Calendar(false);
+    dates.MyTime(Calc_JD(Date(1582, 10, 4, 12), true));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1582, 10, 4, 12)));
+    EXPECT_NE(dates.JulDates, 0);
+    dates.Set_Calendar(false);
+    dates.MyTime(Calc_JD(Date(1582, 10, 15, 12), false));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1582, 10, 15, 12)));
+    EXPECT_EQ(dates.JulDates, 0);
+    // The Julian calendar stays with a control that has it, on any date.
+    dates.Set_Calendar(true);
+    dates.MyTime(Calc_JD(Date(2011, 7, 4, 12), true));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12)));
+}
+
+TEST_F(Strip, AStepAcrossASummerTimeRuleMovesTheZoneAtOnce) {
+    // Summer time from the last Sunday of March at 01:00 to the last Sunday of October at
+    // 02:00, one hour east; in 2011 those are 27 March and 30 October.
+    const int16_t autoZone = Settings.AutoTimeZone;
+    Settings.AutoTimeZone = kTrue;
+    SummerStart = DstRule{3, 1, 5, 1, 0, 0, 60, 0.0, kTrue};
+    SummerEnd = DstRule{10, 1, 5, 2, 0, 0, 0, 0.0, kTrue};
+    dates.My_TZ_Bias(0);
+    Load(2011, 3, 26, 12);
+    owner.zones.clear();
+    dates.IncrementDay(1);  // the moment after the step is in summer
+    EXPECT_EQ(owner.zones, std::vector<int32_t>{60});
+    EXPECT_EQ(dates.Bias, 60);
+    EXPECT_EQ(dates.MyLMT_Text, Format_TZ_Text(60));
+    dates.IncrementHour(-12);  // 27 March 00:00, before the change at 01:00
+    EXPECT_EQ(owner.zones, (std::vector<int32_t>{60, 0}));
+    EXPECT_EQ(dates.MyLMT_Text, "GMT");
+    // Typed into the strip: the day of the end of summer and the day after it.
+    Load(2011, 10, 29, 12);
+    dates.My_TZ_Bias(60);
+    owner.zones.clear();
+    dates.Begin_Editing("Day");
+    Type("31");
+    EXPECT_EQ(owner.zones, std::vector<int32_t>{0});
+    Edit_Escape();
+    // A bias set by hand is never touched.
+    dates.My_TZ_Bias(-300);
+    owner.zones.clear();
+    dates.IncrementMonth(-6);
+    EXPECT_TRUE(owner.zones.empty());
+    SummerStart = DstRule{};
+    SummerEnd = DstRule{};
+    Settings.AutoTimeZone = autoZone;
 }
 
 // --------------------------------------------------------------- the date handler
