@@ -581,6 +581,32 @@ TEST_F(Strip, TheCaretStandsAtTheMeasuredWidthByAlignment) {
     Edit_Escape();
 }
 
+TEST_F(Strip, TheEditOfAFieldTakesItsTextAndItsPlace) {
+    struct ScrolledOwner : Owner {
+        std::string type = "Sights";
+        int32_t Scroll_X() const override { return 30; }
+        int32_t Scroll_Y() const override { return 40; }
+        std::string Owner_Type() const override { return type; }
+    } scrolled;
+    dates.Configure_Sight_Dates(&scrolled, 1000);
+    dates.MyRectOffset = 7;
+    Load(2011, 9, 5, 8, 4, 3);
+    dates.Begin_Editing("Month");
+    EXPECT_EQ(Edit.Class, "Dates");
+    EXPECT_EQ(Edit.Alignment, 1);
+    EXPECT_EQ(Edit.Text, "Sep");  // the narrow form's name
+    EXPECT_EQ(Edit.Cell, dates.MyMonthLabel.Offset(-30, 7 - 40));
+    EXPECT_EQ(Edit.Form, &scrolled.form);
+    dates.Begin_Editing("Minute");
+    EXPECT_EQ(Edit.Text, "04");
+    // Main's strip does not scroll.
+    scrolled.type = "fMain";
+    dates.Begin_Editing("Day");
+    EXPECT_EQ(Edit.Text, "5");
+    EXPECT_EQ(Edit.Cell, dates.MyDayLabel.Offset(0, 7));
+    Edit_Escape();
+}
+
 // --------------------------------------------------------------- other handlers
 
 class Target : public cEditTarget {
@@ -660,6 +686,26 @@ TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
     Type("-");
     Edit_Key_Down(vk::Return);
     EXPECT_NEAR(target.value * kDeg, -20.25, 1e-12);
+}
+
+TEST_F(Engine, TheCaretFollowsTheAlignment) {
+    // Every character is 10 pixels wide; the cell runs from 100 to 200.
+    Open("CellEdit", "Speed", 0, "0.00", 2);
+    EXPECT_EQ(Caret_X(), 200 - 2 - 40);  // at the start of the start text
+    Type("12.5");
+    EXPECT_EQ(Caret_X(), 200 - 2);
+    Edit_Key_Down(vk::Home);
+    EXPECT_EQ(Caret_X(), 200 - 2 - 40);
+    Edit_Key_Down(vk::Right);
+    EXPECT_EQ(Caret_X(), 200 - 2 - 30);
+    // A click goes to the nearest boundary between characters.
+    Edit_Click(200 - 2 - 14);
+    EXPECT_EQ(Edit.Position, 3);
+    Edit_Escape();
+    Open("CellEdit", "Dist", 0, "", 0);
+    Type("42");
+    EXPECT_EQ(Caret_X(), 100 + 2 + 20);
+    Edit_Escape();
 }
 
 TEST_F(Engine, CourseIsTypedOverItsMask) {
