@@ -650,6 +650,17 @@ TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
     Open("CellEdit", "Lat", 10.5 / kDeg);
     EXPECT_DOUBLE_EQ(Edit.Whole, 10.0);
     EXPECT_DOUBLE_EQ(Edit.Fraction, 30.0);
+    // Minutes that round to 60 at two places carry into the degrees; the sign is kept.
+    Open("CellEdit", "Lat", -(10 + 59.9996 / 60) / kDeg);
+    EXPECT_DOUBLE_EQ(Edit.Whole, 11.0);
+    EXPECT_DOUBLE_EQ(Edit.Fraction, 0.0);
+    EXPECT_EQ(Edit.Sign, -1);
+    Open("CellEdit", "Lat", (10 + 59.994 / 60) / kDeg);
+    EXPECT_DOUBLE_EQ(Edit.Whole, 10.0);
+    EXPECT_NEAR(Edit.Fraction, 59.99, 1e-9);
+    Open("CellEdit", "Lat", 0.0);
+    EXPECT_EQ(Edit.Sign, 1);
+    Open("CellEdit", "Lat", 10.5 / kDeg);
     Type("41 23.5-");
     EXPECT_EQ(Edit_Display_Text(), "41\u00B0 23'.5 S");
     Edit_Key_Down(vk::Return);
