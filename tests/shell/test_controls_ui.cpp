@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTest>
 #include <QWheelEvent>
+#include <memory>
 
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
@@ -676,6 +677,26 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     QTest::keyClick(&f, Qt::Key_Down);
     f.combo.TestFocus(false);
     EXPECT_FALSE(f.combo.ListVisible);
+}
+
+TEST(ComboOnAForm, AListWhoseWindowWentFirstIsLetGo) {
+    struct Host : PictureForm {
+        QImage picture{200, 100, QImage::Format_RGB32};
+        QWidget* window = new QWidget;
+        QImage& Form_Picture() override { return picture; }
+        QWidget* Form_Window() const override { return window; }
+        void Redraw_Cell(const Rect&) override {}
+    } host;
+    auto combo = std::make_unique<myComboView>(&host);
+    combo->Box = {5, 5, 150, 25};
+    combo->SetList({"Kochab", "Polaris"});
+    combo->DisplayList();
+    ASSERT_NE(combo->List_Window(), nullptr);
+    delete host.window;  // takes the list window with it
+    host.window = nullptr;
+    EXPECT_EQ(combo->List_Window(), nullptr);
+    combo->Restore_Original_Posn();  // closing a list that is gone does nothing
+    combo.reset();
 }
 
 // ------------------------------------------------------------ the hook
