@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cDates.h"
+#include "shell/cLatLong.h"
 
 namespace kelmoran {
 namespace {
@@ -717,6 +719,33 @@ TEST_F(Engine, TheCaretFollowsTheAlignment) {
     Type("42");
     EXPECT_EQ(Caret_X(), 100 + 2 + 20);
     Edit_Escape();
+}
+
+TEST_F(Engine, AControlThatGoesAwayTakesItsOpenEditWithIt) {
+    struct Pair : cLatLong, cLatLongOwner {
+        EditCanvas* Edit_Form() override { return form; }
+        void LatLong_Change(cLatLong&) override { ++changes; }
+        FakeForm* form = nullptr;
+        int changes = 0;
+    };
+    auto pair = std::make_unique<Pair>();
+    pair->form = &form;
+    pair->ClassOwner = pair.get();
+    pair->MyLatLongPosn(10, 10);
+    pair->Edit_Lat();
+    Type("12");
+    ASSERT_TRUE(Edit.Editing);
+    pair.reset();
+    EXPECT_FALSE(Edit.Editing);
+    End_Edit();  // nothing left to commit to
+    auto strip = std::make_unique<cDates>();
+    Owner owner;
+    strip->Configure_Standard_Dates(false, &owner, 1000);
+    strip->Begin_Editing("Year");
+    Type("19");
+    strip.reset();
+    EXPECT_FALSE(Edit.Editing);
+    EXPECT_TRUE(owner.changes.empty());
 }
 
 TEST_F(Engine, CourseIsTypedOverItsMask) {
