@@ -74,6 +74,7 @@ void Measure_Fixed_Layout() {
     m.RowHeight = static_cast<int32_t>(std::lround(large.tightBoundingRect("0").height() * 1.6));
     m.SmallHeight = small.height();
     m.LabelWidth = large.horizontalAdvance("Moon Phases for ");
+    m.DepartureWidth = large.horizontalAdvance("Time of departure ");
     Date_Metrics = m;
 }
 

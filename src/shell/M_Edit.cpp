@@ -499,20 +499,23 @@ std::string Angle_Display() {
 
 // ---------------------------------------------------------------- numbers
 
-// A decimal number typed at the caret: up to `whole` digits before one "." or "," and up
-// to `places` after it. A key that would break the form beeps.
+// A decimal number typed at the caret, which overtypes the character under it: up to
+// `whole` digits before one "." or "," and up to `places` after it. A key that would break
+// the form beeps.
 void Number_Key(int32_t key, int32_t whole, int32_t places) {
     if (Caret_Or_Back_Key(key)) return;
-    if (Edit.Buffer == "0" && Is_Digit(key)) {  // a lone leading zero gives way
+    if (Edit.Buffer == "0" && Edit.Position == 1 && Is_Digit(key)) {  // a lone 0 gives way
         Edit.Buffer.clear();
         Edit.Position = 0;
     }
+    if (!Is_Digit(key) && key != '.' && key != ',') return;
+    const char c = key == ',' ? '.' : static_cast<char>(key);
     std::string next = Edit.Buffer;
     const auto at = static_cast<size_t>(Edit.Position);
-    if (Is_Digit(key) || key == '.' || key == ',') {
-        next.insert(at, 1, key == ',' ? '.' : static_cast<char>(key));
+    if (at < next.size()) {
+        next[at] = c;
     } else {
-        return;
+        next += c;
     }
     const size_t dot = next.find('.');
     const size_t dots =
@@ -1023,7 +1026,8 @@ bool Edit_Key_Down(int32_t virtualKey) {
             return false;
         case vk::F2:
             if (Is_One_Of(Edit.Class, {"Tb_Time", "Dates", "Tb_Voyage"})) {
-                Edit_Dispatch(vk::F2);
+                // Negated like the caret keys: its code is that of "q".
+                Edit_Dispatch(-vk::F2);
                 return true;
             }
             return false;

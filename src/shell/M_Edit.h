@@ -6,8 +6,8 @@
 //
 // Keys are the window system's: printable characters by their Latin-1 code (the degree
 // sign is 176), Backspace 8, Tab 9, Enter 13, and Left, Right, Home, End negated
-// (-37, -39, -36, -35) so that they cannot be mistaken for characters. -13 commits without
-// ending the edit, as End_Edit sends it.
+// (-37, -39, -36, -35) so that they cannot be mistaken for characters, as is F2 (-113). -13 commits
+// without ending the edit, as End_Edit sends it.
 #pragma once
 
 #include <array>

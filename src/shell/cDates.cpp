@@ -13,11 +13,10 @@ DateMetrics Date_Metrics;
 
 namespace {
 
-constexpr int32_t kGap = 6;        // between the labels of a group
+constexpr int32_t kGap = 4;        // between the labels of a group
 constexpr int32_t kGroupGap = 16;  // between the date and the time groups
 constexpr int32_t kFramePad = 6;   // inside the 3-D frame
 constexpr int16_t kYearLimit = 9999;
-constexpr double kGregorianReform = -152383.5;  // 15 October 1582, 00:00
 
 // Floor division and its remainder, for carries of any sign.
 int32_t Floor_Div(int32_t a, int32_t b) {
@@ -122,7 +121,10 @@ void cDates::Position_DateGrid(int32_t x, int32_t y) {
         MyFrame = {x, y, MyLMTlabel.Right + kFramePad, top + h + kFramePad};
         return;
     }
-    if (!Caption.empty()) left += m.LabelWidth;
+    if (ClassType == "EtdDates")
+        left += m.DepartureWidth;
+    else if (!Caption.empty())
+        left += m.LabelWidth;
     if (Form == DatesForm::Lunation) {
         MyYearLabel = {left, top, left + 2 * m.TwoZeros, top + h};
         MyBClabel = {MyYearLabel.Right + kGap, top, MyYearLabel.Right + kGap + m.BC, top + h};
@@ -140,7 +142,8 @@ void cDates::Position_DateGrid(int32_t x, int32_t y) {
     left = MyMonthLabel.Right + kGap;
     MyYearLabel = {left, top, left + 2 * m.TwoZeros, top + h};
     MyBClabel = {MyYearLabel.Right + kGap, top, MyYearLabel.Right + kGap + m.BC, top + h};
-    MyDateGrid = MyDayLabel.United(MyBClabel);
+    // The date group holds the weekday too: a click on it is nearest to the day.
+    MyDateGrid = MyWeekdayLabel.United(MyDayLabel).United(MyBClabel);
     // "Julian" stands under the year.
     MyJulianLabel = {MyDayLabel.Left, top + h, MyBClabel.Right, top + h + m.SmallHeight};
 
@@ -151,8 +154,9 @@ void cDates::Position_DateGrid(int32_t x, int32_t y) {
         const int32_t timeWidth = 2 * m.TwoZeros + m.Colon + seconds + kGap + m.Zone;
         // No room beside the date: the time goes under it.
         if (MyWidth > 0 && timeLeft + timeWidth + kFramePad > MyWidth) {
+            // Clear of the calendar line, with room for the outline round the time.
             timeLeft = MyDayLabel.Left;
-            timeTop = MyJulianLabel.Bottom;
+            timeTop = MyJulianLabel.Bottom + kGap;
         }
         MyHourLabel = {timeLeft, timeTop, timeLeft + m.TwoZeros, timeTop + h};
         MyMinuteLabel = {MyHourLabel.Right + m.Colon, timeTop,
@@ -253,6 +257,41 @@ std::string cDates::Field_Text(const std::string& field) const {
     return buf;
 }
 
+std::string cDates::Weekday_Text() const {
+    // 1 = Sunday; the narrow forms keep four letters for Thursday, three for the others.
+    static const char* const kNarrow[] = {"Sun", "Mon", "Tue", "Wed", "Thur", "Fri", "Sat"};
+    if (!MyDayReqd) return "";
+    const int16_t weekday = Weekday_Of_JD(Calc_JD(MySystemTime, JulDates != 0));
+    if (ShortNames) return kNarrow[(weekday + 6) % 7];
+    return Weekday_Name(weekday);
+}
+
+std::string cDates::Era_Text() const {
+    if (MySystemTime.wYear < 0) return "BC";
+    if (MySystemTime.wYear < 1000) return "AD";
+    return "";
+}
+
+std::string cDates::Julian_Text() const {
+    return JulDates || Before_Reform() ? "Julian       " : "";
+}
+
+std::string cDates::Caption_Text() const {
+    return ClassType == "EtdDates" ? "Time of departure" : Caption;
+}
+
+const Rect& cDates::First_Label() const {
+    if (!MyWeekdayLabel.Empty()) return MyWeekdayLabel;
+    return MyDayLabel.Empty() ? MyYearLabel : MyDayLabel;
+}
+
+std::string cDates::DTG_Text() const {
+    char buf[48];
+    std::snprintf(buf, sizeof buf, "%02d/ %02d:%02d %s", MySystemTime.wDay, MySystemTime.wHour,
+                  MySystemTime.wMinute, MyLMT_Text.c_str());
+    return buf;
+}
+
 void cDates::Begin_Editing(const std::string& field) {
     Rect cell = Field_Rect(field).Offset(0, MyRectOffset);
     if (cell.Empty() || !MyOwner) return;
@@ -298,7 +337,14 @@ void cDates::Menu_Choice(const std::string& caption) {
 // ---------------------------------------------------------------- calendar
 
 bool cDates::Before_Reform() const {
-    return Calc_JD(MySystemTime, false) < kGregorianReform;
+    // The first day of the Gregorian calendar, 15 October 1582 at 00:00.
+    DateRecord reform;
+    reform.wYear = 1582;
+    reform.wMonth = 10;
+    reform.wDay = 15;
+    reform.wHour = reform.wMinute = reform.wSecond = reform.wMilliseconds = 0;
+    static const double kReformDay = Calc_JD(reform, false);
+    return Calc_JD(MySystemTime, false) < kReformDay;
 }
 
 void cDates::Set_Calendar(bool julian) {
@@ -545,10 +591,16 @@ double cDates::My_JD() {
 void cDates::MyTime(double dayCount) {
     if (!std::isfinite(dayCount)) dayCount = 0.0;
     if (RoundToMinute) dayCount = std::nearbyint(dayCount / (1.0 / 1440.0)) * 0.000694444444444444;
-    // The conversion back follows this control's calendar.
+    // The conversion back follows this control's calendar; a moment before the Gregorian
+    // calendar began is read in the Julian, which the zone test then takes up, so that the
+    // fields keep the moment that was given.
     const int16_t shared = Shared_JulDates;
     Shared_JulDates = JulDates;
     MySystemTime = JD_To_Date(dayCount);
+    if (!JulDates && Before_Reform()) {
+        Shared_JulDates = kTrue;
+        MySystemTime = JD_To_Date(dayCount);
+    }
     Shared_JulDates = shared;
     MyJD = dayCount;
     Test_Date_for_LMT_Change();

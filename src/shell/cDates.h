@@ -21,18 +21,19 @@ struct DateControlState;
 // The widths measured once at start, in the strip's bold font, from which the label
 // rectangles are laid out; and the height of a title line.
 struct DateMetrics {
-    int32_t Zero = 12;         // "0"
-    int32_t TwoZeros = 24;     // "00"
-    int32_t Colon = 6;         // ":"
-    int32_t Wednesday = 110;   // the longest weekday
-    int32_t Thur = 48;         // the longest short weekday
-    int32_t BC = 28;           // "BC"
-    int32_t September = 112;   // the longest month name
-    int32_t June = 50;         // room for a short month name
-    int32_t Zone = 60;         // room for the zone label ("Z+10.5", "GMT", "ET")
-    int32_t RowHeight = 29;    // a title line: the height of a bold "0" × 1.6, rounded
-    int32_t SmallHeight = 15;  // a line of the 13-pixel font ("Julian" under the date)
-    int32_t LabelWidth = 150;  // "Moon Phases for "
+    int32_t Zero = 12;             // "0"
+    int32_t TwoZeros = 24;         // "00"
+    int32_t Colon = 6;             // ":"
+    int32_t Wednesday = 110;       // the longest weekday
+    int32_t Thur = 48;             // the longest short weekday
+    int32_t BC = 28;               // "BC"
+    int32_t September = 112;       // the longest month name
+    int32_t June = 50;             // room for a short month name
+    int32_t Zone = 60;             // room for the zone label ("Z+10.5", "GMT", "ET")
+    int32_t RowHeight = 29;        // a title line: the height of a bold "0" × 1.6, rounded
+    int32_t SmallHeight = 15;      // a line of the 13-pixel font ("Julian" under the date)
+    int32_t LabelWidth = 150;      // "Moon Phases for "
+    int32_t DepartureWidth = 190;  // "Time of departure "
 };
 
 // Set by the drawing layer's Measure_Fixed_Layout at start; core tests use the defaults.
@@ -174,6 +175,17 @@ class cDates : public cEditTarget {
 
     // The text of a field as shown ("Day" plain digits, "Month" the name, times by "00").
     std::string Field_Text(const std::string& field) const;
+    // The words painted round the fields: the day of the week when the strip shows it
+    // ("Wednesday", or "Thur" in the narrow forms), the era ("BC" for years before Christ, "AD" for
+    // the early years after, else nothing), the calendar line under the date ("Julian       " or
+    // blanks), the caption before the strip, and the date-time group ("12/ 08:30 Z+1").
+    std::string Weekday_Text() const;
+    std::string Era_Text() const;
+    std::string Julian_Text() const;
+    std::string Caption_Text() const;
+    std::string DTG_Text() const;
+    // The leftmost label of the date: the weekday, the day or (year only) the year.
+    const Rect& First_Label() const;
     Rect Field_Rect(const std::string& field) const;
     // The fields that the layout shows, in order.
     std::vector<std::string> Fields_Shown() const;

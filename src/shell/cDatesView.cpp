@@ -9,13 +9,6 @@
 
 namespace kelmoran {
 
-namespace {
-
-// The weekday names of the narrow strips, 1 = Sunday.
-const char* const kNarrowWeekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thur", "Fri", "Sat"};
-
-}  // namespace
-
 void cDatesView::Invalidate(const Rect& r) {
     if (form_) form_->Update_Window(r);
 }
@@ -52,34 +45,23 @@ void cDatesView::Draw(QPainter& p) {
         label(MyDayLabel, QString::asprintf("%02d", t.wDay));
         label({MyDayLabel.Right, MyDayLabel.Top, MyHourLabel.Left, MyDayLabel.Bottom}, "/", 0);
     } else {
-        if (!Caption.empty() || ClassType == "EtdDates") {
+        const std::string caption = Caption_Text();
+        if (!caption.empty()) {
             p.setPen(ink);
-            const QString caption = ClassType == "EtdDates" ? "Time of departure" : Q(Caption);
-            Draw_Aligned(p,
-                         {frame.Left + 4, MyYearLabel.Top, frame.Left + 4 + Date_Metrics.LabelWidth,
-                          MyYearLabel.Bottom},
-                         caption, 0);
+            Draw_Aligned(
+                p,
+                {frame.Left + 4, MyYearLabel.Top + dy, First_Label().Left, MyYearLabel.Bottom + dy},
+                Q(caption), 0);
         }
-        if (MyDayReqd) {
-            const int16_t weekday = Weekday_Of_JD(Calc_JD(t, JulDates != 0));
-            label(
-                MyWeekdayLabel,
-                ShortNames ? QString(kNarrowWeekdays[(weekday + 6) % 7]) : Q(Weekday_Name(weekday)),
-                0);
-        }
+        if (MyDayReqd) label(MyWeekdayLabel, Q(Weekday_Text()), 0);
         label(MyDayLabel, QString::number(t.wDay));
         label(MyMonthLabel, Q(Field_Text("Month")));
         label(MyYearLabel, QString::number(std::abs(t.wYear)));
-        // "BC" for the years before Christ, "AD" for the early years after.
-        if (t.wYear < 0)
-            label(MyBClabel, "BC", 0);
-        else if (t.wYear < 1000)
-            label(MyBClabel, "AD", 0);
+        label(MyBClabel, Q(Era_Text()), 0);
         if (!MyJulianLabel.Empty()) {
             p.setFont(d.Normal);
             p.setPen(ink);
-            const bool julian = JulDates || Before_Reform();
-            Draw_Aligned(p, MyJulianLabel.Offset(0, dy), julian ? "Julian       " : "", 0);
+            Draw_Aligned(p, MyJulianLabel.Offset(0, dy), Q(Julian_Text()), 0);
             p.setFont(d.Large);
         }
     }

@@ -10,7 +10,9 @@ DateControlState cDates::Zone_State() const {
     DateControlState s;
     s.Date = MySystemTime;
     s.JulDates = JulDates;
-    s.MyJD = MyJD;
+    // The day count of the date as it now stands: a step has just moved the record, and the
+    // summer-time test must see where it went.
+    s.MyJD = Calc_JD(MySystemTime, JulDates != 0);
     s.MyLMT_Text = MyLMT_Text;
     s.Bias = Bias;
     s.RoundToMinute = RoundToMinute != 0;

@@ -27,6 +27,13 @@ double Finite(double a) {
 
 }  // namespace
 
+cLatLong::~cLatLong() {
+    if (Edit.Editing && Edit.Control == this) {
+        Edit.Buffer.clear();
+        End_Edit(true);
+    }
+}
+
 void cLatLong::Set_Latitude(double radians) {
     MyLat = Finite(radians);
     Refresh_Strings();

@@ -31,6 +31,8 @@ class cLatLong : public cEditTarget {
     static constexpr const char* kSample = "- 12'.50";
 
     cLatLong() { Refresh_Strings(); }
+    // An edit still open on the control is closed without a commit.
+    ~cLatLong() override;
 
     // Values in radians; each setter refreshes the string of its value.
     double Latitude() const { return MyLat; }

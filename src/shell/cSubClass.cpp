@@ -267,7 +267,9 @@ bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
         case QEvent::MouseButtonRelease: {
+            // Only the left and right buttons report going up.
             auto* e = static_cast<QMouseEvent*>(event);
+            if (e->button() != Qt::LeftButton && e->button() != Qt::RightButton) break;
             const int32_t button = e->button() == Qt::RightButton ? mouse::Right : mouse::Left;
             MyOwner->SysMsg_MouseUp(button, Shift_Of(e->modifiers()), e->position().toPoint().x(),
                                     e->position().toPoint().y());

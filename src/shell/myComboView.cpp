@@ -34,7 +34,7 @@ myComboView::myComboView(PictureForm* form) : form_(form), hook_(this) {
 
 myComboView::~myComboView() {
     hook_.Release();
-    delete list_;
+    delete list_.data();
 }
 
 QWidget* myComboView::List_Window() const {

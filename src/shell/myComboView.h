@@ -2,6 +2,7 @@
 // window under the box, painted by the program and hooked like every window.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 
@@ -37,7 +38,8 @@ class myComboView : public myCombo, public SysMsgSink {
   private:
     class ListWindow;
     PictureForm* form_;
-    ListWindow* list_ = nullptr;
+    // A child of the owner's window: gone with it if the window goes first.
+    QPointer<ListWindow> list_;
     cSubClass hook_;
 };
 

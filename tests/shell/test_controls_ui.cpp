@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTest>
 #include <QWheelEvent>
+#include <memory>
 
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
@@ -128,6 +129,50 @@ TEST_F(MainStrip, LettersAndDigitsTypedIntoTheStripReachCurrentJD) {
     Type("07");
     Key(Qt::Key_Return);
     Expect_Moment(Date(2007, 7, 4, 9, 15, 30));
+}
+
+TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
+    // An hour and a half east of Greenwich: the strip shows zone time, CurrentJD is UT.
+    TZ_Bias = 90;
+    Show(Date(2010, 7, 4, 9, 15, 30));
+    EXPECT_EQ(Strip().MyLMT_Text, Format_TZ_Text(90));
+    EXPECT_EQ(Strip().MySystemTime.wHour, 10);
+    EXPECT_EQ(Strip().MySystemTime.wMinute, 45);
+    const double zone = 90.0 / 1440.0;
+
+    // Each field completes and the next opens: "15", "MAR", "1999", "07", "45", "12".
+    Click("Day");
+    Type("15");
+    EXPECT_EQ(Edit.Field, "Month");
+    Type("MAR");
+    EXPECT_EQ(Edit.Field, "Year");
+    Type("1999");
+    EXPECT_EQ(Edit.Field, "Hour");
+    Type("07");
+    EXPECT_EQ(Edit.Field, "Minute");
+    Type("45");
+    EXPECT_EQ(Edit.Field, "Second");
+    Type("12");
+    EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
+    EXPECT_DOUBLE_EQ(Shell.CurrentJD, Calc_JD(Date(1999, 3, 15, 7, 45, 12), false) - zone);
+    EXPECT_EQ(splash->MyJD(), Shell.CurrentJD);
+    EXPECT_EQ(splash->Lines()[1].Value, "06:15:12");  // Main's own lines are in UT
+
+    // Tab and Space commit what was typed and move on; Backspace takes a digit back.
+    Click("Day");
+    Type("2");
+    Key(Qt::Key_Tab);
+    EXPECT_EQ(Edit.Field, "Month");
+    EXPECT_EQ(Strip().MySystemTime.wDay, 2);
+    Key(Qt::Key_Space);
+    EXPECT_EQ(Edit.Field, "Year");
+    Type("185");
+    Key(Qt::Key_Backspace);
+    Type("6");
+    Key(Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(Shell.CurrentJD, Calc_JD(Date(186, 3, 2, 7, 45, 12), true) - zone);
+    EXPECT_NE(Shell.CalendarChoice, 0);  // a date before the reform is Julian
+    TZ_Bias = 0;
 }
 
 TEST_F(MainStrip, PlusAndMinusRollTheMonth) {
@@ -276,8 +321,9 @@ class Form : public QWidget,
              public cLatLongOwner,
              public SysMsgSink {
   public:
+    // The layout is measured first, as the program does at start.
     Form()
-        : picture(620, 320, QImage::Format_RGB32),
+        : picture((Measure_Fixed_Layout(), QImage(620, 320, QImage::Format_RGB32))),
           hook(this),
           dates(this),
           pair(this),
@@ -295,11 +341,18 @@ class Form : public QWidget,
     void Redraw_Cell(const Rect&) override {
         dates.Paint_Dates(false);
         pair.Draw_Layout();
+        for (cLatLong* p : morePairs) p->Draw_Layout();
     }
 
     void MyDates_DateChange(cDates&, double jd) override { changes.push_back(jd); }
-    void MyDates_CalenderChg(cDates&, bool) override {}
+    void MyDates_CalenderChg(cDates&, bool julian) override { calendars.push_back(julian); }
     void MyDates_TZChange(cDates&, int32_t) override {}
+    void MyDates_ReleaseBitmap(cDates&) override { bitmaps += "release "; }
+    void MyDates_RestoreBitmap(cDates&) override { bitmaps += "restore "; }
+    void Open_Time_Options() override { ++timeOptions; }
+    void DTG_Change(double moment, int32_t index) override {
+        dtgChanges.emplace_back(moment, index);
+    }
     EditCanvas* Edit_Form() override { return this; }
     std::string Owner_Type() const override { return "fMain"; }
     void LatLong_Change(cLatLong&) override { ++pairChanges; }
@@ -310,10 +363,13 @@ class Form : public QWidget,
             return;
         }
         combo.myCombo::SysMsg_MouseDown(x, y);
-        if (dates.MyFrame.Contains(x, y))
+        if (dates.MyFrame.Contains(x, y)) {
             dates.MouseDown(x, y, button, shift);
-        else
-            pair.MouseDown(x, y);
+            return;
+        }
+        if (pair.MouseDown(x, y)) return;
+        for (cLatLong* p : morePairs)
+            if (p->MouseDown(x, y)) return;
     }
     void SysMsg_KeyDown(int32_t key, int32_t) override {
         if (Edit.Editing)
@@ -328,7 +384,12 @@ class Form : public QWidget,
     cDatesView dates;
     cLatLongView pair;
     myComboView combo;
+    std::vector<cLatLong*> morePairs;  // pairs of a test's own, clicked after `pair`
     std::vector<double> changes;
+    std::vector<bool> calendars;
+    std::string bitmaps;
+    int timeOptions = 0;
+    std::vector<std::pair<double, int32_t>> dtgChanges;
     int pairChanges = 0;
 
   protected:
@@ -352,6 +413,97 @@ TEST(StripOnAForm, MinutesOnlyModeShowsTheRoundedMinute) {
     QTest::keyClick(&f, Qt::Key_Escape);
     ASSERT_EQ(f.changes.size(), 1u);
     EXPECT_DOUBLE_EQ(f.changes[0], Calc_JD(Date(2011, 7, 4, 12, 36, 0), false));
+}
+
+TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
+    Form f;
+    f.show();
+    f.dates.Configure_Standard_Dates(false, &f, f.width());
+    std::vector<std::string> offered;
+    std::string choice = "AD";
+    f.dates.Menu_Chooser = [&](const std::vector<std::string>& captions) {
+        offered = captions;
+        return choice;
+    };
+    auto rightClick = [&](const Rect& r) { QTest::mouseClick(&f, Qt::RightButton, {}, Centre(r)); };
+
+    // 100 BC to AD 100: the calendar stays Julian and no event is raised.
+    f.dates.Set_Calendar(true);
+    f.dates.Set_LMT(Date(-100, 6, 1), true);
+    f.calendars.clear();
+    rightClick(f.dates.MyYearLabel);
+    EXPECT_EQ(offered, (std::vector<std::string>{"Use Gregorian Calender", "AD"}));
+    EXPECT_EQ(f.bitmaps, "release restore ");
+    EXPECT_EQ(f.dates.MySystemTime.wYear, 100);
+    EXPECT_TRUE(f.calendars.empty());
+    EXPECT_NE(f.dates.JulDates, 0);
+    ASSERT_EQ(f.changes.size(), 1u);
+    EXPECT_DOUBLE_EQ(f.changes.back(), Calc_JD(Date(100, 6, 1), true));
+
+    // 3000 BC to AD 3000 on the Julian calendar: one event, to the Gregorian.
+    f.dates.Set_LMT(Date(-3000, 6, 1), true);
+    rightClick(f.dates.MyDayLabel);
+    EXPECT_EQ(f.dates.MySystemTime.wYear, 3000);
+    EXPECT_EQ(f.calendars, std::vector<bool>{false});
+    EXPECT_EQ(f.dates.JulDates, 0);
+    EXPECT_DOUBLE_EQ(f.changes.back(), Calc_JD(Date(3000, 6, 1), false));
+
+    // On the zone label "Time Zone" is offered too, and opens the time options.
+    choice = "Time Zone";
+    rightClick(f.dates.MyLMTlabel);
+    EXPECT_EQ(offered, (std::vector<std::string>{"Use Julian Calender", "BC", "Time Zone"}));
+    EXPECT_EQ(f.timeOptions, 1);
+    // A right click off the strip offers nothing.
+    offered.clear();
+    QTest::mouseClick(&f, Qt::RightButton, {}, QPoint(5, f.height() - 5));
+    EXPECT_TRUE(offered.empty());
+}
+
+TEST(StripOnAForm, TheWordsArePaintedWhereTheyBelong) {
+    Form f;
+    f.dates.Configure_Standard_Dates(false, &f, f.width());
+    const QRect era = To_QRect(f.dates.MyBClabel);
+    const QRect julian = To_QRect(f.dates.MyJulianLabel);
+    // A year before Christ on the Julian calendar: "BC" and "Julian" are painted.
+    f.dates.Set_Calendar(true);
+    f.dates.Set_LMT(Date(-44, 3, 15), true);
+    EXPECT_GT(Dark_Pixels(f.picture, era), 20);
+    EXPECT_GT(Dark_Pixels(f.picture, julian), 10);
+    Save_Screenshot(f, "date_strip_bc_julian");
+    // A Gregorian year of our time: neither (painting over the same picture).
+    f.dates.Set_Calendar(false);
+    f.dates.Set_LMT(Date(2026, 9, 23), true);
+    EXPECT_EQ(Dark_Pixels(f.picture, era), 0);
+    EXPECT_EQ(Dark_Pixels(f.picture, julian), 0);
+    // A disabled strip is drawn in grey and takes no clicks.
+    f.dates.MyDateIsDisabled = kTrue;
+    f.dates.Paint_Dates(false);
+    EXPECT_EQ(Dark_Pixels(f.picture, To_QRect(f.dates.MyMonthLabel)), 0);
+    f.show();
+    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyDayLabel));
+    EXPECT_FALSE(Edit.Editing);
+}
+
+TEST(StripOnAForm, ADateTimeGroupEditsDayHourAndMinute) {
+    Form f;
+    f.show();
+    f.dates.Configure_for_DTG(4, &f);
+    f.dates.My_TZ_Bias(60);
+    f.dates.Set_LMT(Date(2011, 7, 12, 8, 30, 10), true);
+    EXPECT_EQ(f.dates.DTG_Text(), "12/ 08:30 Z+1");
+    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyHourLabel));
+    ASSERT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Field, "Hour");
+    QTest::keyClicks(&f, "2");
+    QTest::keyClick(&f, '1');  // 21: the group is complete, the minute opens
+    EXPECT_EQ(Edit.Field, "Minute");
+    QTest::keyClick(&f, Qt::Key_Escape);
+    // The row's owner hears of it through DTG_Change, not DateChange.
+    EXPECT_TRUE(f.changes.empty());
+    ASSERT_EQ(f.dtgChanges.size(), 1u);
+    EXPECT_EQ(f.dtgChanges[0].second, 4);
+    EXPECT_DOUBLE_EQ(f.dtgChanges[0].first, Calc_JD(Date(2011, 7, 12, 21, 30, 0), false));
+    EXPECT_EQ(f.dates.DTG_Text(), "12/ 21:30 Z+1");
 }
 
 TEST(LatLongOnAForm, AnglesTypedIntoTheLatitude) {
@@ -405,19 +557,70 @@ TEST(LatLongOnAForm, AnglesTypedIntoTheLatitude) {
     EXPECT_DOUBLE_EQ(f.pair.Longitude(), 20.5 / kDeg);
     EXPECT_FALSE(Edit.Editing);
     EXPECT_EQ(f.pairChanges, 2);
+}
 
-    // The other layouts give their own strings and fields.
-    f.pair.Set_SHA(-10.0 / kDeg);
-    f.pair.MyShaDecPosn(20, 200);
-    EXPECT_EQ(f.pair.Second_Field(), "SHA");
-    EXPECT_EQ(f.pair.LongtString, Format_Angle(350.0 / kDeg, 2, false));
-    f.pair.MyAltAzPosn(330, 120);
-    EXPECT_GT(f.pair.MyLongtFrame.Top, f.pair.MyLatFrame.Top);
-    f.pair.ResetDecPlaces(0);
-    EXPECT_EQ(f.pair.AzString, Format_Angle(f.pair.Azimuth(), 0, false));
-    f.pair.Draw_Layout();
+TEST(LatLongOnAForm, TheThreeLayoutsAndTheirEdits) {
+    Form f;
+    f.show();
+    cLatLongView shaDec(&f), altAz(&f);
+    for (cLatLongView* p : {&shaDec, &altAz}) {
+        p->ClassOwner = &f;
+        p->ClassOwnerType = "CellEdit";
+        f.morePairs.push_back(p);
+    }
+    f.pair.Set_Latitude(-33.87 / kDeg);
+    f.pair.Set_Longitude(151.21 / kDeg);
+    f.pair.MyLatLongPosn(20, 20);
+    shaDec.Set_SHA(-10.0 / kDeg);
+    shaDec.Set_Declination(-16.72 / kDeg);
+    shaDec.MyShaDecPosn(20, 110);
+    altAz.Set_Altitude(-0.75 / kDeg);
+    altAz.Set_Azimuth(271.5 / kDeg);
+    altAz.MyAltAzPosn(330, 20);
+    // The strings come from the formatting rules with the control's places.
+    EXPECT_EQ(f.pair.LongtString, Format_Long(151.21 / kDeg, 2, false));
+    EXPECT_EQ(shaDec.First_Field(), "Dec");
+    EXPECT_EQ(shaDec.Second_Field(), "SHA");
+    EXPECT_EQ(shaDec.LatString, Format_Lat(-16.72 / kDeg, 2, false));
+    EXPECT_EQ(shaDec.LongtString, Format_Angle(350.0 / kDeg, 2, false));
+    EXPECT_GT(altAz.MyLongtFrame.Top, altAz.MyLatFrame.Top);  // stacked
+    altAz.ResetDecPlaces(0);
+    EXPECT_EQ(altAz.AzString, Format_Angle(271.5 / kDeg, 0, false));
+    EXPECT_EQ(altAz.AltString, "-" + Format_Angle(0.75 / kDeg, 0, false));
+    f.pair.ResetDecPlaces(3);
+    EXPECT_EQ(f.pair.LatString, Format_Lat(-33.87 / kDeg, 3, false));
+    for (cLatLong* p : {static_cast<cLatLong*>(&f.pair), static_cast<cLatLong*>(&shaDec),
+                        static_cast<cLatLong*>(&altAz)})
+        p->Draw_Layout();
     QApplication::processEvents();
     Save_Screenshot(f, "latlong_layouts");
+
+    // A click on the SHA opens an angle edit of three places of degrees; on the azimuth a
+    // course edit in degrees.
+    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(shaDec.MyLongtRect));
+    ASSERT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Field, "SHA");
+    EXPECT_EQ(Edit.Class, "CellEdit");
+    QTest::keyClicks(&f, "2583");
+    QTest::keyClick(&f, Qt::Key_Return);
+    EXPECT_NEAR(shaDec.SHA() * kDeg, 258 + 3 / 60.0, 1e-12);
+    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(altAz.MyLongtRect));
+    ASSERT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Field, "Az");
+    QTest::keyClicks(&f, "0905");
+    QTest::keyClick(&f, Qt::Key_Return);
+    EXPECT_NEAR(altAz.Azimuth() * kDeg, 90.5, 1e-12);
+    // The altitude takes a sign, and stops at 90.
+    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(altAz.MyLatRect));
+    EXPECT_EQ(Edit.Field, "Alt");
+    const int beeps = f.Beeps;
+    QTest::keyClicks(&f, "91");
+    EXPECT_EQ(f.Beeps, beeps + 1);
+    QTest::keyClicks(&f, " 30-");
+    QTest::keyClick(&f, Qt::Key_Return);
+    EXPECT_NEAR(altAz.Altitude() * kDeg, -9.5, 1e-12);
+    EXPECT_EQ(f.pairChanges, 3);
+    f.morePairs.clear();  // the pairs go before the form
 }
 
 TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
@@ -476,6 +679,26 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     EXPECT_FALSE(f.combo.ListVisible);
 }
 
+TEST(ComboOnAForm, AListWhoseWindowWentFirstIsLetGo) {
+    struct Host : PictureForm {
+        QImage picture{200, 100, QImage::Format_RGB32};
+        QWidget* window = new QWidget;
+        QImage& Form_Picture() override { return picture; }
+        QWidget* Form_Window() const override { return window; }
+        void Redraw_Cell(const Rect&) override {}
+    } host;
+    auto combo = std::make_unique<myComboView>(&host);
+    combo->Box = {5, 5, 150, 25};
+    combo->SetList({"Kochab", "Polaris"});
+    combo->DisplayList();
+    ASSERT_NE(combo->List_Window(), nullptr);
+    delete host.window;  // takes the list window with it
+    host.window = nullptr;
+    EXPECT_EQ(combo->List_Window(), nullptr);
+    combo->Restore_Original_Posn();  // closing a list that is gone does nothing
+    combo.reset();
+}
+
 // ------------------------------------------------------------ the hook
 
 class Recorder : public SysMsgSink {
@@ -495,6 +718,10 @@ class Recorder : public SysMsgSink {
         Add("Wheel", d, s, x, y);
     }
     void SysMsg_Paint() override { ++paints; }
+    void SysMsg_SetCursor() override { ++cursors; }
+    void SysMsg_FocusChange(int32_t active) override {
+        log.push_back("Focus " + std::to_string(active));
+    }
     void SysMsg_Resize(int32_t w, int32_t h) override { Add("Size", w, h, 0, 0); }
     void SysMsg_hScrollColmShift(int32_t c) override { log.push_back("Colm " + std::to_string(c)); }
     void Add(const char* what, int32_t a, int32_t b, int32_t x, int32_t y) {
@@ -503,6 +730,7 @@ class Recorder : public SysMsgSink {
     }
     std::vector<std::string> log;
     int paints = 0;
+    int cursors = 0;
 };
 
 TEST(Hook, MouseEventsCarryButtonShiftAndPosition) {
@@ -538,6 +766,71 @@ TEST(Hook, MouseEventsCarryButtonShiftAndPosition) {
     EXPECT_GT(r.paints, 0);
     hook.Release();
     EXPECT_TRUE(second.SubClass(&window));  // released: another may hook it
+}
+
+TEST(Hook, FocusDoubleClicksButtonsHeldAndTheSpecialWindows) {
+    QWidget window;
+    window.resize(300, 200);
+    Recorder r;
+    cSubClass hook(&r);
+    hook.SubClass(&window);
+    window.show();
+    QApplication::processEvents();
+    r.log.clear();
+    QEvent on(QEvent::WindowActivate), off(QEvent::WindowDeactivate);
+    QApplication::sendEvent(&window, &on);
+    QApplication::sendEvent(&window, &off);
+    // A double click is a button down; the middle button goes down but never up.
+    QMouseEvent twice(QEvent::MouseButtonDblClick, QPointF(30, 40),
+                      window.mapToGlobal(QPointF(30, 40)), Qt::LeftButton, Qt::LeftButton,
+                      Qt::ShiftModifier);
+    QApplication::sendEvent(&window, &twice);
+    QTest::mouseClick(&window, Qt::MiddleButton, {}, QPoint(5, 6));
+    // A move with the left button held and Ctrl down carries both, and sets the cursor.
+    const int cursorsBefore = r.cursors;
+    QMouseEvent drag(QEvent::MouseMove, QPointF(50, 60), window.mapToGlobal(QPointF(50, 60)),
+                     Qt::NoButton, Qt::LeftButton, Qt::ControlModifier);
+    QApplication::sendEvent(&window, &drag);
+    EXPECT_EQ(r.log, (std::vector<std::string>{"Focus 1", "Focus 0", "Down 1 1 30 40",
+                                               "Down 4 0 5 6", "Move 1 2 50 60"}));
+    EXPECT_EQ(r.cursors, cursorsBefore + 1);
+
+    // The "Increments" window keeps its width of 500.
+    hook.ScreenKey = "Increments";
+    window.resize(640, 240);
+    QApplication::processEvents();
+    EXPECT_EQ(window.width(), 500);
+    EXPECT_EQ(window.height(), 240);
+    // Moving the "Find Star" window raises a resize with its size.
+    hook.ScreenKey = "Find Star";
+    r.log.clear();
+    QMoveEvent moved(QPoint(20, 30), QPoint(0, 0));
+    QApplication::sendEvent(&window, &moved);
+    EXPECT_EQ(r.log, (std::vector<std::string>{"Size 500 240 0 0"}));
+}
+
+TEST(Hook, TheColumnOfAPixelAndTheTenthColumnOfTheLunations) {
+    // Ten headings 100 pixels wide from x = 25: centres at 50, 150, .. 950 from the first.
+    std::vector<Rect> headings;
+    for (int i = 0; i < 10; ++i) headings.push_back({25 + 100 * i, 0, 125 + 100 * i, 20});
+    EXPECT_EQ(Find_HScroll_Colm(0, headings, false), 0);
+    EXPECT_EQ(Find_HScroll_Colm(49, headings, false), 0);
+    EXPECT_EQ(Find_HScroll_Colm(50, headings, false), 1);  // the centre itself is not right of it
+    EXPECT_EQ(Find_HScroll_Colm(420, headings, false), 4);
+    EXPECT_EQ(Find_HScroll_Colm(5000, headings, false), 9);
+    EXPECT_EQ(Find_HScroll_Colm(5000, headings, true), 10);  // the tenth is reached
+    headings.resize(6);
+    EXPECT_EQ(Find_HScroll_Colm(5000, headings, true), 6);
+    EXPECT_EQ(Find_HScroll_Colm(5000, {}, false), 0);
+    // A step never goes past the last column, or the tenth on Lunations.
+    headings.resize(10, Rect{});
+    for (int i = 6; i < 10; ++i)
+        headings[static_cast<size_t>(i)] = {25 + 100 * i, 0, 125 + 100 * i, 20};
+    EXPECT_EQ(HScroll_Column_Step(9, ScrollAction::LineDown, 0, headings, 3, false), 9);
+    EXPECT_EQ(HScroll_Column_Step(9, ScrollAction::LineDown, 0, headings, 3, true), 10);
+    EXPECT_EQ(HScroll_Column_Step(8, ScrollAction::PageDown, 0, headings, 3, true), 10);
+    EXPECT_EQ(HScroll_Column_Step(2, ScrollAction::PageUp, 0, headings, 3, false), 0);
+    EXPECT_EQ(HScroll_Column_Step(5, ScrollAction::Top, 0, headings, 3, false), 0);
 }
 
 TEST(Hook, ScrollBarsStepByRowsPixelsOrWholeColumns) {

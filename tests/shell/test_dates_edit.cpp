@@ -4,13 +4,20 @@
 
 #include <cmath>
 #include <cstdio>
+#include <functional>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "settings/M_Formatting.h"
+#include "settings/M_TimeZones.h"
+#include "settings/SettingsRecord.h"
 #include "shell/Date_Record.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cDates.h"
+#include "shell/cLatLong.h"
 
 namespace kelmoran {
 namespace {
@@ -195,6 +202,7 @@ TEST_F(Strip, TheMouseTakesTheFieldUnderItOrTheNearest) {
     EXPECT_EQ(dates.Field_At(day.Right + 1, y), "Day");
     EXPECT_EQ(dates.Field_At(month.Left - 1, y), "Month");
     EXPECT_EQ(dates.Field_At(year.Right + 2, y), "Year");
+    EXPECT_EQ(dates.Field_At(dates.MyWeekdayLabel.Left + 1, y), "Day");  // in the date group
     EXPECT_EQ(dates.Field_At(dates.MySecondLabel.Left + 1, dates.MySecondLabel.Top + 1), "Second");
     EXPECT_EQ(dates.Field_At(dates.MyLMTlabel.Left + 1, dates.MyLMTlabel.Top + 1), "Second");
     EXPECT_EQ(dates.Field_At(2, 2), "");
@@ -223,6 +231,194 @@ TEST_F(Strip, InvalidAreaCheckNamesOnlyTheLabelsThatChanged) {
     spy.IncrementSecond(14);  // 12:35:00: minute and second
     spy.InvalidAreaCheck(false);
     EXPECT_EQ(spy.rects.size(), 2u);
+}
+
+TEST_F(Strip, LabelsStandLeftToRightFourPixelsApart) {
+    dates.Configure_Standard_Dates(false, &owner, 2000);
+    const Rect order[] = {dates.MyWeekdayLabel, dates.MyDayLabel, dates.MyMonthLabel,
+                          dates.MyYearLabel, dates.MyBClabel};
+    for (size_t i = 1; i < std::size(order); ++i) EXPECT_EQ(order[i].Left - order[i - 1].Right, 4);
+    // The time reads hour, colon, minute, colon, second, then the zone, on the date's line.
+    EXPECT_GT(dates.MyHourLabel.Left, dates.MyBClabel.Right);
+    EXPECT_EQ(dates.MyHourLabel.Top, dates.MyDayLabel.Top);
+    EXPECT_EQ(dates.MyMinuteLabel.Left - dates.MyHourLabel.Right, Date_Metrics.Colon);
+    EXPECT_EQ(dates.MySecondLabel.Left - dates.MyMinuteLabel.Right, Date_Metrics.Colon);
+    EXPECT_EQ(dates.MyLMTlabel.Left - dates.MySecondLabel.Right, 4);
+    EXPECT_TRUE(dates.MyFrame.Contains(dates.MyLMTlabel.Right - 1, dates.MyLMTlabel.Top));
+}
+
+TEST_F(Strip, EachConfigurationHasItsPlaceAndFields) {
+    using Fields = std::vector<std::string>;
+    const Fields all = {"Day", "Month", "Year", "Hour", "Minute", "Second"};
+    struct Case {
+        const char* name;
+        std::function<void(cDates&)> configure;
+        int32_t left, top;
+        Fields fields;
+    };
+    const Case cases[] = {
+        {"standard", [&](cDates& d) { d.Configure_Standard_Dates(false, &owner, 1000); }, 152, 5,
+         all},
+        {"standard, minutes only",
+         [&](cDates& d) { d.Configure_Standard_Dates(true, &owner, 1000); }, 152, 5,
+         Fields(all.begin(), all.end() - 1)},
+        {"lunations",
+         [&](cDates& d) { d.Configure_Lunation_Dates(&owner, 1000); },
+         152,
+         5,
+         {"Year"}},
+        {"sights", [&](cDates& d) { d.Configure_Sight_Dates(&owner, 1000); }, 125, 2, all},
+        {"almanac", [&](cDates& d) { d.Configure_Almanac_Dates(&owner, 1000); }, 152, 5, all},
+        {"atlas", [&](cDates& d) { d.Configure_StarPlot_Dates(&owner, 1000); }, 25, 2, all},
+        {"voyage row", [&](cDates& d) { d.Configure_NavPlan_Dates(7, &owner); }, 0, 0,
+         Fields(all.begin(), all.end() - 1)},
+        {"date-time group",
+         [&](cDates& d) { d.Configure_for_DTG(3, &owner); },
+         0,
+         0,
+         {"Day", "Hour", "Minute"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        cDates d;
+        c.configure(d);
+        EXPECT_EQ(d.MyFrame.Left, c.left);
+        EXPECT_EQ(d.MyFrame.Top, c.top);
+        EXPECT_EQ(d.Fields_Shown(), c.fields);
+        // Every field shown can be clicked to open its own edit.
+        for (const std::string& f : d.Fields_Shown()) {
+            const Rect r = d.Field_Rect(f);
+            EXPECT_EQ(d.Field_At((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2), f);
+        }
+    }
+    cDates lunation;
+    lunation.Configure_Lunation_Dates(&owner, 1000);
+    EXPECT_EQ(lunation.Caption_Text(), "Moon Phases for ");
+    EXPECT_GE(lunation.MyYearLabel.Left, 152 + Date_Metrics.LabelWidth);
+    cDates row;
+    row.Configure_NavPlan_Dates(7, &owner);
+    EXPECT_EQ(row.MyIndex, 7);
+    EXPECT_NE(row.RoundToMinute, 0);
+    EXPECT_EQ(row.Weekday_Text(), "");  // no weekday on a row: nothing asked for it
+    row.ClassType = "EtdDates";
+    row.Set_HotSpots();
+    EXPECT_EQ(row.Caption_Text(), "Time of departure");
+    EXPECT_GE(row.MyDayLabel.Left, Date_Metrics.DepartureWidth);
+}
+
+TEST_F(Strip, TheWordsRoundTheFields) {
+    // 1 January 2000 was a Saturday, 1 January 1970 a Thursday.
+    Load(2000, 1, 1);
+    EXPECT_EQ(dates.Weekday_Text(), "Saturday");
+    EXPECT_EQ(dates.Era_Text(), "");
+    EXPECT_EQ(dates.Julian_Text(), "");
+    dates.ShortNames = kTrue;
+    Load(1970, 1, 1);
+    EXPECT_EQ(dates.Weekday_Text(), "Thur");
+    EXPECT_EQ(dates.Field_Text("Month"), "Jan");
+    dates.ShortNames = kFalse;
+    EXPECT_EQ(dates.Field_Text("Month"), "January");
+    // The same day in the two calendars falls on different weekdays: 4 October 1582 in the
+    // Julian calendar was a Thursday, and the next day 15 October a Friday.
+    Load(1582, 10, 4, 12, 0, 0, true);
+    EXPECT_EQ(dates.Weekday_Text(), "Thursday");
+    EXPECT_EQ(dates.Julian_Text(), "Julian       ");
+    EXPECT_EQ(dates.Era_Text(), "");
+    Load(-44, 3, 15, 12, 0, 0, true);
+    EXPECT_EQ(dates.Era_Text(), "BC");
+    EXPECT_EQ(dates.Field_Text("Year"), "44");
+    Load(800, 12, 25, 12, 0, 0, true);
+    EXPECT_EQ(dates.Era_Text(), "AD");
+    // A Gregorian year 2000 read in the Julian calendar is still marked.
+    Load(2000, 1, 1, 12, 0, 0, true);
+    EXPECT_EQ(dates.Julian_Text(), "Julian       ");
+
+    cDates dtg;
+    dtg.Configure_for_DTG(0, &owner);
+    dtg.My_TZ_Bias(60);
+    dtg.Set_LMT(Date(2011, 7, 12, 8, 30, 10), false);
+    EXPECT_EQ(dtg.DTG_Text(), "12/ 08:30 Z+1");
+}
+
+TEST_F(Strip, TheGregorianCalendarBeginsOn15October1582) {
+    // On the first day of the reform the Gregorian calendar can be chosen.
+    Load(1582, 10, 15, 0, 0, 0, true);
+    owner.calendars.clear();
+    dates.Menu_Choice("Use Gregorian Calender");
+    EXPECT_EQ(dates.JulDates, 0);
+    EXPECT_EQ(owner.calendars, std::vector<bool>{false});
+    EXPECT_EQ(dates.Julian_Text(), "");
+    // On the day before it cannot.
+    Load(1582, 10, 14, 23, 59, 59, true);
+    owner.calendars.clear();
+    dates.Menu_Choice("Use Gregorian Calender");
+    EXPECT_NE(dates.JulDates, 0);
+    EXPECT_TRUE(owner.calendars.empty());
+    // The captions follow the state.
+    EXPECT_EQ(dates.Menu_Captions()[0], "Use Gregorian Calender");
+    EXPECT_EQ(dates.Menu_Captions()[1], "BC");
+    dates.ChangeAD_BC();
+    EXPECT_EQ(dates.Menu_Captions()[1], "AD");
+    EXPECT_EQ(dates.Menu_Captions()[2], "Time Zone");
+}
+
+TEST_F(Strip, AMomentBeforeTheReformLoadsInTheJulianCalendar) {
+    dates.Set_Calendar(false);
+    owner.calendars.clear();
+    const double moment = Calc_JD(Date(1000, 7, 4, 6, 30), true);
+    dates.MyTime(moment);
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1000, 7, 4, 6, 30)));
+    EXPECT_NE(dates.JulDates, 0);
+    EXPECT_EQ(owner.calendars, std::vector<bool>{true});
+    EXPECT_DOUBLE_EQ(dates.My_JD(), moment);
+    // The day before the reform and the reform itself, loaded on the Gregorian calendar.
+    dates.Set_Calendar(false);
+    dates.MyTime(Calc_JD(Date(1582, 10, 4, 12), true));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1582, 10, 4, 12)));
+    EXPECT_NE(dates.JulDates, 0);
+    dates.Set_Calendar(false);
+    dates.MyTime(Calc_JD(Date(1582, 10, 15, 12), false));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(1582, 10, 15, 12)));
+    EXPECT_EQ(dates.JulDates, 0);
+    // The Julian calendar stays with a control that has it, on any date.
+    dates.Set_Calendar(true);
+    dates.MyTime(Calc_JD(Date(2011, 7, 4, 12), true));
+    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12)));
+}
+
+TEST_F(Strip, AStepAcrossASummerTimeRuleMovesTheZoneAtOnce) {
+    // Summer time from the last Sunday of March at 01:00 to the last Sunday of October at
+    // 02:00, one hour east; in 2011 those are 27 March and 30 October.
+    const int16_t autoZone = Settings.AutoTimeZone;
+    Settings.AutoTimeZone = kTrue;
+    SummerStart = DstRule{3, 1, 5, 1, 0, 0, 60, 0.0, kTrue};
+    SummerEnd = DstRule{10, 1, 5, 2, 0, 0, 0, 0.0, kTrue};
+    dates.My_TZ_Bias(0);
+    Load(2011, 3, 26, 12);
+    owner.zones.clear();
+    dates.IncrementDay(1);  // the moment after the step is in summer
+    EXPECT_EQ(owner.zones, std::vector<int32_t>{60});
+    EXPECT_EQ(dates.Bias, 60);
+    EXPECT_EQ(dates.MyLMT_Text, Format_TZ_Text(60));
+    dates.IncrementHour(-12);  // 27 March 00:00, before the change at 01:00
+    EXPECT_EQ(owner.zones, (std::vector<int32_t>{60, 0}));
+    EXPECT_EQ(dates.MyLMT_Text, "GMT");
+    // Typed into the strip: the day of the end of summer and the day after it.
+    Load(2011, 10, 29, 12);
+    dates.My_TZ_Bias(60);
+    owner.zones.clear();
+    dates.Begin_Editing("Day");
+    Type("31");
+    EXPECT_EQ(owner.zones, std::vector<int32_t>{0});
+    Edit_Escape();
+    // A bias set by hand is never touched.
+    dates.My_TZ_Bias(-300);
+    owner.zones.clear();
+    dates.IncrementMonth(-6);
+    EXPECT_TRUE(owner.zones.empty());
+    SummerStart = DstRule{};
+    SummerEnd = DstRule{};
+    Settings.AutoTimeZone = autoZone;
 }
 
 // --------------------------------------------------------------- the date handler
@@ -387,6 +583,32 @@ TEST_F(Strip, TheCaretStandsAtTheMeasuredWidthByAlignment) {
     Edit_Escape();
 }
 
+TEST_F(Strip, TheEditOfAFieldTakesItsTextAndItsPlace) {
+    struct ScrolledOwner : Owner {
+        std::string type = "Sights";
+        int32_t Scroll_X() const override { return 30; }
+        int32_t Scroll_Y() const override { return 40; }
+        std::string Owner_Type() const override { return type; }
+    } scrolled;
+    dates.Configure_Sight_Dates(&scrolled, 1000);
+    dates.MyRectOffset = 7;
+    Load(2011, 9, 5, 8, 4, 3);
+    dates.Begin_Editing("Month");
+    EXPECT_EQ(Edit.Class, "Dates");
+    EXPECT_EQ(Edit.Alignment, 1);
+    EXPECT_EQ(Edit.Text, "Sep");  // the narrow form's name
+    EXPECT_EQ(Edit.Cell, dates.MyMonthLabel.Offset(-30, 7 - 40));
+    EXPECT_EQ(Edit.Form, &scrolled.form);
+    dates.Begin_Editing("Minute");
+    EXPECT_EQ(Edit.Text, "04");
+    // Main's strip does not scroll.
+    scrolled.type = "fMain";
+    dates.Begin_Editing("Day");
+    EXPECT_EQ(Edit.Text, "5");
+    EXPECT_EQ(Edit.Cell, dates.MyDayLabel.Offset(0, 7));
+    Edit_Escape();
+}
+
 // --------------------------------------------------------------- other handlers
 
 class Target : public cEditTarget {
@@ -430,6 +652,17 @@ TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
     Open("CellEdit", "Lat", 10.5 / kDeg);
     EXPECT_DOUBLE_EQ(Edit.Whole, 10.0);
     EXPECT_DOUBLE_EQ(Edit.Fraction, 30.0);
+    // Minutes that round to 60 at two places carry into the degrees; the sign is kept.
+    Open("CellEdit", "Lat", -(10 + 59.9996 / 60) / kDeg);
+    EXPECT_DOUBLE_EQ(Edit.Whole, 11.0);
+    EXPECT_DOUBLE_EQ(Edit.Fraction, 0.0);
+    EXPECT_EQ(Edit.Sign, -1);
+    Open("CellEdit", "Lat", (10 + 59.994 / 60) / kDeg);
+    EXPECT_DOUBLE_EQ(Edit.Whole, 10.0);
+    EXPECT_NEAR(Edit.Fraction, 59.99, 1e-9);
+    Open("CellEdit", "Lat", 0.0);
+    EXPECT_EQ(Edit.Sign, 1);
+    Open("CellEdit", "Lat", 10.5 / kDeg);
     Type("41 23.5-");
     EXPECT_EQ(Edit_Display_Text(), "41\u00B0 23'.5 S");
     Edit_Key_Down(vk::Return);
@@ -468,6 +701,53 @@ TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
     EXPECT_NEAR(target.value * kDeg, -20.25, 1e-12);
 }
 
+TEST_F(Engine, TheCaretFollowsTheAlignment) {
+    // Every character is 10 pixels wide; the cell runs from 100 to 200.
+    Open("CellEdit", "Speed", 0, "0.00", 2);
+    EXPECT_EQ(Caret_X(), 200 - 2 - 40);  // at the start of the start text
+    Type("12.5");
+    EXPECT_EQ(Caret_X(), 200 - 2);
+    Edit_Key_Down(vk::Home);
+    EXPECT_EQ(Caret_X(), 200 - 2 - 40);
+    Edit_Key_Down(vk::Right);
+    EXPECT_EQ(Caret_X(), 200 - 2 - 30);
+    // A click goes to the nearest boundary between characters.
+    Edit_Click(200 - 2 - 14);
+    EXPECT_EQ(Edit.Position, 3);
+    Edit_Escape();
+    Open("CellEdit", "Dist", 0, "", 0);
+    Type("42");
+    EXPECT_EQ(Caret_X(), 100 + 2 + 20);
+    Edit_Escape();
+}
+
+TEST_F(Engine, AControlThatGoesAwayTakesItsOpenEditWithIt) {
+    struct Pair : cLatLong, cLatLongOwner {
+        EditCanvas* Edit_Form() override { return form; }
+        void LatLong_Change(cLatLong&) override { ++changes; }
+        FakeForm* form = nullptr;
+        int changes = 0;
+    };
+    auto pair = std::make_unique<Pair>();
+    pair->form = &form;
+    pair->ClassOwner = pair.get();
+    pair->MyLatLongPosn(10, 10);
+    pair->Edit_Lat();
+    Type("12");
+    ASSERT_TRUE(Edit.Editing);
+    pair.reset();
+    EXPECT_FALSE(Edit.Editing);
+    End_Edit();  // nothing left to commit to
+    auto strip = std::make_unique<cDates>();
+    Owner owner;
+    strip->Configure_Standard_Dates(false, &owner, 1000);
+    strip->Begin_Editing("Year");
+    Type("19");
+    strip.reset();
+    EXPECT_FALSE(Edit.Editing);
+    EXPECT_TRUE(owner.changes.empty());
+}
+
 TEST_F(Engine, CourseIsTypedOverItsMask) {
     Open("CellEdit", "Course", 45.0, "045\u00B0.0 T");
     Type("27");
@@ -498,6 +778,22 @@ TEST_F(Engine, NumbersKeepTheirForm) {
     Open("CellEdit", "Dist", 0);
     Type("123.45");
     EXPECT_EQ(form.beeps, 3);
+    // A digit typed at the caret overtypes the one under it; one past the form beeps.
+    Edit_Key_Down(vk::Home);
+    Type("9");
+    EXPECT_EQ(Edit.Buffer, "923.4");
+    Edit_Key_Down(vk::End);
+    Edit_Key_Down(vk::Left);
+    Type("7");
+    EXPECT_EQ(Edit.Buffer, "923.7");
+    Edit_Key_Down(vk::Left);
+    Edit_Key_Down(vk::Left);
+    Type("5");  // over the point: five whole digits are allowed in a distance
+    EXPECT_EQ(Edit.Buffer, "92357");
+    Edit_Key_Down(vk::Return);
+    EXPECT_DOUBLE_EQ(target.value, 92357);
+    Open("CellEdit", "Dist", 0);
+    Type("123.4");
     Edit_Key_Down(vk::Return);
     EXPECT_DOUBLE_EQ(target.value, 123.4);
     Open("Observer", "Temp", 0);
@@ -577,6 +873,16 @@ TEST_F(Engine, TheKeyFilterPassesOnlyWhatTheClassTakes) {
     Open("Tb_Time", "Hour", 0);
     EXPECT_TRUE(Edit_Key_Down(vk::F2));
     Edit_Escape();
+}
+
+TEST_F(Strip, F2InTheMonthIsNoLetter) {
+    Load(2010, 7, 4);
+    dates.Begin_Editing("Month");
+    Type("a");
+    EXPECT_TRUE(Edit_Key_Down(vk::F2));  // the strip takes F2, but it types nothing
+    EXPECT_EQ(Edit.Buffer, "A");
+    Edit_Key_Down(vk::Return);
+    EXPECT_EQ(dates.MySystemTime.wMonth, 4);
 }
 
 }  // namespace
