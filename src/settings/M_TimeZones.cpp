@@ -62,7 +62,8 @@ void Replace_All(std::string& s, const std::string& from, const std::string& to)
 
 bool Far_Year(int32_t year) { return year < -1000 || year > 2100; }
 
-// Copies one of the computer's changes into a rule, in the program's weekday count.
+// Copies one of the computer's changes into a rule, in the program's weekday count: the
+// computer's number less WeekdayShift, brought into 1 .. 7.
 DstRule Rule_From(const ZoneChange& change, int32_t bias) {
     DstRule r;
     r.Month = change.Month;
@@ -109,7 +110,9 @@ void Compute_Rule_Date(int32_t year, DstRule& rule) {
         const int32_t d0 = rule.Week == 5 ? Month_Length(rule.Month, year, false) : 1;
         const int32_t w = Weekday_Of_JD(Calc_JD(Date_Of(year, rule.Month, d0, 0), false));
         if (rule.Week != 5) {
-            // The first such weekday of the month, then whole weeks on.
+            // The first such weekday of the month, then whole weeks on. The weeks are added
+            // after the step back into the month, not before it: otherwise the "2nd Sunday"
+            // of a month that begins after a Sunday would come out as the first one.
             day = rule.Weekday - w + 1;
             if (day < 1) day += 7;
             day += (rule.Week - 1) * 7;
