@@ -39,12 +39,15 @@ MySystemTime Date_Of(int32_t year, int32_t month, int32_t day, int32_t hour) {
 
 int32_t Month_Length(int32_t month, int32_t year, bool julian) {
     switch (month) {
-        case 2: return Is_Leap_Year(year, julian) ? 29 : 28;
+        case 2:
+            return Is_Leap_Year(year, julian) ? 29 : 28;
         case 4:
         case 6:
         case 9:
-        case 11: return 30;
-        default: return 31;
+        case 11:
+            return 30;
+        default:
+            return 31;
     }
 }
 
@@ -60,7 +63,9 @@ void Replace_All(std::string& s, const std::string& from, const std::string& to)
         s.replace(at, from.size(), to);
 }
 
-bool Far_Year(int32_t year) { return year < -1000 || year > 2100; }
+bool Far_Year(int32_t year) {
+    return year < -1000 || year > 2100;
+}
 
 // Copies one of the computer's changes into a rule, in the program's weekday count: the
 // computer's number less WeekdayShift, brought into 1 .. 7.
@@ -74,7 +79,9 @@ DstRule Rule_From(const ZoneChange& change, int32_t bias) {
     return r;
 }
 
-bool Has_Rules() { return SummerStart.Month > 0 && SummerEnd.Month > 0; }
+bool Has_Rules() {
+    return SummerStart.Month > 0 && SummerEnd.Month > 0;
+}
 
 int32_t Bias_Of(const TimeTabOffset& o) {
     const int32_t magnitude = o.Hours * 60 + o.Minutes;
@@ -188,8 +195,10 @@ LmtChange Test_Date_for_LMT_Change(DateControlState& c) {
     if (S == E) return r;
     const bool summer = S < E ? (S <= D && D <= E) : !(E <= D && D <= S);
     int32_t bias = c.Bias;
-    if (summer && c.Bias == SummerEnd.Bias) bias = SummerStart.Bias;
-    else if (!summer && c.Bias == SummerStart.Bias) bias = SummerEnd.Bias;
+    if (summer && c.Bias == SummerEnd.Bias)
+        bias = SummerStart.Bias;
+    else if (!summer && c.Bias == SummerStart.Bias)
+        bias = SummerEnd.Bias;
     if (bias != c.Bias) {
         c.Bias = bias;
         c.MyLMT_Text = Zone_Label(bias, d.wYear);
@@ -252,7 +261,9 @@ TimeTabOffset Time_Tab_Offset(int32_t bias) {
     return {bias < 0, static_cast<int32_t>(magnitude / 60), static_cast<int32_t>(magnitude % 60)};
 }
 
-void Time_Tab_Disable() { Settings.AutoTimeZone = kFalse; }
+void Time_Tab_Disable() {
+    Settings.AutoTimeZone = kFalse;
+}
 
 void Time_Tab_Restore_Default(double currentJD) {
     Settings.AutoTimeZone = kTrue;
