@@ -8,12 +8,13 @@ BUILD_TYPE ?= Release
 JOBS ?= $(shell nproc)
 
 # Debian packages for building, testing and running. The reference libraries (ERFA,
-# Swiss Ephemeris, GeographicLib) are linked by tests only.
+# Swiss Ephemeris, GeographicLib) are linked by tests only; tzdata holds the zones that the
+# summer-time tests run under; Xvfb gives `make run` a display on a machine without one.
 PACKAGES := build-essential cmake ninja-build pkg-config \
     qt6-base-dev libgl-dev fonts-dejavu-core \
     libgtest-dev libgmock-dev googletest libbenchmark-dev \
     liberfa-dev libswe-dev swe-data libgeographiclib-dev \
-    xvfb xauth
+    tzdata xvfb xauth
 # Only for regenerating the tables.
 DATA_PACKAGES := nodejs npm swe-data stellarium-data
 
@@ -45,8 +46,14 @@ configure: deps $(BUILD_DIR)/build.ninja
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
+# Without a display (a server, a container) the window opens on a virtual screen.
 run: build
-	./$(BUILD_DIR)/app/kelmoran
+	@if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
+	    ./$(BUILD_DIR)/app/kelmoran; \
+	else \
+	    echo "No display: starting on a virtual screen (Xvfb)"; \
+	    xvfb-run -a -s "-screen 0 1280x900x24" ./$(BUILD_DIR)/app/kelmoran; \
+	fi
 
 test: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)

@@ -39,12 +39,15 @@ MySystemTime Date_Of(int32_t year, int32_t month, int32_t day, int32_t hour) {
 
 int32_t Month_Length(int32_t month, int32_t year, bool julian) {
     switch (month) {
-        case 2: return Is_Leap_Year(year, julian) ? 29 : 28;
+        case 2:
+            return Is_Leap_Year(year, julian) ? 29 : 28;
         case 4:
         case 6:
         case 9:
-        case 11: return 30;
-        default: return 31;
+        case 11:
+            return 30;
+        default:
+            return 31;
     }
 }
 
@@ -60,9 +63,12 @@ void Replace_All(std::string& s, const std::string& from, const std::string& to)
         s.replace(at, from.size(), to);
 }
 
-bool Far_Year(int32_t year) { return year < -1000 || year > 2100; }
+bool Far_Year(int32_t year) {
+    return year < -1000 || year > 2100;
+}
 
-// Copies one of the computer's changes into a rule, in the program's weekday count.
+// Copies one of the computer's changes into a rule, in the program's weekday count: the
+// computer's number less WeekdayShift, brought into 1 .. 7.
 DstRule Rule_From(const ZoneChange& change, int32_t bias) {
     DstRule r;
     r.Month = change.Month;
@@ -73,7 +79,9 @@ DstRule Rule_From(const ZoneChange& change, int32_t bias) {
     return r;
 }
 
-bool Has_Rules() { return SummerStart.Month > 0 && SummerEnd.Month > 0; }
+bool Has_Rules() {
+    return SummerStart.Month > 0 && SummerEnd.Month > 0;
+}
 
 int32_t Bias_Of(const TimeTabOffset& o) {
     const int32_t magnitude = o.Hours * 60 + o.Minutes;
@@ -109,7 +117,9 @@ void Compute_Rule_Date(int32_t year, DstRule& rule) {
         const int32_t d0 = rule.Week == 5 ? Month_Length(rule.Month, year, false) : 1;
         const int32_t w = Weekday_Of_JD(Calc_JD(Date_Of(year, rule.Month, d0, 0), false));
         if (rule.Week != 5) {
-            // The first such weekday of the month, then whole weeks on.
+            // The first such weekday of the month, then whole weeks on. The weeks are added
+            // after the step back into the month, not before it: otherwise the "2nd Sunday"
+            // of a month that begins after a Sunday would come out as the first one.
             day = rule.Weekday - w + 1;
             if (day < 1) day += 7;
             day += (rule.Week - 1) * 7;
@@ -185,8 +195,10 @@ LmtChange Test_Date_for_LMT_Change(DateControlState& c) {
     if (S == E) return r;
     const bool summer = S < E ? (S <= D && D <= E) : !(E <= D && D <= S);
     int32_t bias = c.Bias;
-    if (summer && c.Bias == SummerEnd.Bias) bias = SummerStart.Bias;
-    else if (!summer && c.Bias == SummerStart.Bias) bias = SummerEnd.Bias;
+    if (summer && c.Bias == SummerEnd.Bias)
+        bias = SummerStart.Bias;
+    else if (!summer && c.Bias == SummerStart.Bias)
+        bias = SummerEnd.Bias;
     if (bias != c.Bias) {
         c.Bias = bias;
         c.MyLMT_Text = Zone_Label(bias, d.wYear);
@@ -249,7 +261,9 @@ TimeTabOffset Time_Tab_Offset(int32_t bias) {
     return {bias < 0, static_cast<int32_t>(magnitude / 60), static_cast<int32_t>(magnitude % 60)};
 }
 
-void Time_Tab_Disable() { Settings.AutoTimeZone = kFalse; }
+void Time_Tab_Disable() {
+    Settings.AutoTimeZone = kFalse;
+}
 
 void Time_Tab_Restore_Default(double currentJD) {
     Settings.AutoTimeZone = kTrue;

@@ -32,13 +32,13 @@ std::string Text(const MySystemTime& t) {
 
 // Sets the program-wide calendar flag for one test and restores it after.
 class CalendarFlag {
-public:
+  public:
     explicit CalendarFlag(bool julian) : saved_(Shared_JulDates) {
         Shared_JulDates = julian ? -1 : 0;
     }
     ~CalendarFlag() { Shared_JulDates = saved_; }
 
-private:
+  private:
     int16_t saved_;
 };
 
@@ -130,10 +130,34 @@ TEST(JDToDate, RoundsToTheSecondAndCarriesMidnight) {
     // 23:59:59.7 rounds into the next day, and the month and year carry.
     const double lastSecond = Calc_JD(Date(2024, 12, 31, 23, 59, 59), false) + 0.7 / 86400.0;
     EXPECT_EQ(Text(JD_To_Date(lastSecond)), Text(Date(2025, 1, 1)));
-    // Nonsense in, a date out.
-    JD_To_Date(std::nan(""));
-    JD_To_Date(1e300);
-    SUCCEED();
+    // Nonsense in, a valid date out.
+    for (const double bad : {std::nan(""), 1e300, -1e300}) {
+        const MySystemTime t = JD_To_Date(bad);
+        EXPECT_GE(t.wMonth, 1) << bad;
+        EXPECT_LE(t.wMonth, 12) << bad;
+        EXPECT_GE(t.wDay, 1) << bad;
+        EXPECT_LE(t.wDay, 31) << bad;
+        EXPECT_NE(t.wYear, 0) << bad;
+        EXPECT_GE(t.wDayOfWeek, 1) << bad;
+        EXPECT_LE(t.wDayOfWeek, 7) << bad;
+    }
+}
+
+TEST(JDToDate, RoundTripsOfBCYearsInTheJulianCalendar) {
+    // Before AD 1 the day numbers are read as Julian dates whatever the flag says, so a
+    // Julian date goes there and back under either flag, and the year never comes out 0.
+    for (bool flag : {false, true}) {
+        CalendarFlag calendar(flag);
+        for (double jd = -kJ2000 + 0.75; jd < Calc_JD(Date(1, 1, 1), true); jd += 29.123) {
+            const MySystemTime t = JD_To_Date(jd);
+            ASSERT_LT(t.wYear, 0) << jd;
+            ASSERT_NEAR(Calc_JD(t, true), jd, 0.5 / 86400.0 + 1e-9) << Text(t);
+        }
+    }
+    // The years either side of the missing year 0.
+    CalendarFlag julian(true);
+    EXPECT_EQ(Text(JD_To_Date(Calc_JD(Date(-1, 12, 31, 18), true) + 0.25)), Text(Date(1, 1, 1)));
+    EXPECT_EQ(Text(JD_To_Date(Calc_JD(Date(1, 1, 1), true) - 0.25)), Text(Date(-1, 12, 31, 18)));
 }
 
 TEST(Calendar, LeapYearsAndMonthLengths) {
@@ -160,9 +184,9 @@ TEST(Calendar, LeapYearsAndMonthLengths) {
 
 TEST(Weekday, OfDatesAndOfDayNumbers) {
     CalendarFlag gregorian(false);
-    EXPECT_EQ(Weekday_Of_Date(Date(1954, 6, 30)), 4);  // Wednesday (Meeus, example 7.e)
-    EXPECT_EQ(Weekday_Of_Date(Date(2000, 1, 1)), 7);   // Saturday
-    EXPECT_EQ(Weekday_Of_Date(Date(1582, 10, 15)), 6); // Friday
+    EXPECT_EQ(Weekday_Of_Date(Date(1954, 6, 30)), 4);   // Wednesday (Meeus, example 7.e)
+    EXPECT_EQ(Weekday_Of_Date(Date(2000, 1, 1)), 7);    // Saturday
+    EXPECT_EQ(Weekday_Of_Date(Date(1582, 10, 15)), 6);  // Friday
     // Midnight belongs to the day that begins: the half is stepped off, not rounded to even.
     const double midnight = Calc_JD(Date(2026, 11, 21), false);  // a Saturday
     EXPECT_EQ(Weekday_Of_JD(midnight), 7);
@@ -186,18 +210,18 @@ TEST(DeltaT, EveryBranchEdge) {
         float value;
     };
     const Case cases[] = {
-        {2101, 0.0f},    {2100, 70.0f},   {2016, 70.0f},   {2015, 69.0f},   {2014, 69.0f},
-        {2013, 68.0f},   {2012, 68.0f},   {2011, 67.1f},   {2010, 66.5f},   {2009, 65.7f},
-        {2008, 70.0f},   {2007, 65.1464f}, {1999, 63.4673f}, {1998, 62.97f}, {1990, 56.86f},
-        {1900, -2.72f},  {1860, 7.88f},   {1837, 5.6f},    {1839, 5.6f},    {1840, 5.7f},
-        {1816, 12.5f},   {1817, 12.4f},   {1800, 13.7f},   {1799, 14.0f},   {1775, 17.0f},
-        {1708, 10.0f},   {1707, 9.0f},    {1692, 9.0f},    {1682, 14.0f},   {1681, 15.0f},
-        {1668, 28.0f},   {1667, 30.0f},   {1659, 38.0f},   {1658, 40.0f},   {1647, 51.0f},
-        {1646, 53.0f},   {1620, 124.0f},  {1619, 123.3f},  {1600, 110.0f},  {1599, 110.7f},
-        {1500, 180.0f},  {1499, 181.2f},  {1400, 300.0f},  {1300, 470.0f},  {1200, 750.0f},
-        {1100, 1100.0f}, {1000, 1600.0f}, {999, 1606.0f},  {900, 2200.0f},  {899, 2208.0f},
-        {700, 3800.0f},  {699, 3809.0f},  {600, 4700.0f},  {300, 7700.0f},  {299, 7709.0f},
-        {200, 8600.0f},  {199, 8610.0f},  {-100, 11600.0f}, {-101, 11612.0f}, {-300, 14000.0f},
+        {2101, 0.0f},     {2100, 70.0f},    {2016, 70.0f},    {2015, 69.0f},    {2014, 69.0f},
+        {2013, 68.0f},    {2012, 68.0f},    {2011, 67.1f},    {2010, 66.5f},    {2009, 65.7f},
+        {2008, 70.0f},    {2007, 65.1464f}, {1999, 63.4673f}, {1998, 62.97f},   {1990, 56.86f},
+        {1900, -2.72f},   {1860, 7.88f},    {1837, 5.6f},     {1839, 5.6f},     {1840, 5.7f},
+        {1816, 12.5f},    {1817, 12.4f},    {1800, 13.7f},    {1799, 14.0f},    {1775, 17.0f},
+        {1708, 10.0f},    {1707, 9.0f},     {1692, 9.0f},     {1682, 14.0f},    {1681, 15.0f},
+        {1668, 28.0f},    {1667, 30.0f},    {1659, 38.0f},    {1658, 40.0f},    {1647, 51.0f},
+        {1646, 53.0f},    {1620, 124.0f},   {1619, 123.3f},   {1600, 110.0f},   {1599, 110.7f},
+        {1500, 180.0f},   {1499, 181.2f},   {1400, 300.0f},   {1300, 470.0f},   {1200, 750.0f},
+        {1100, 1100.0f},  {1000, 1600.0f},  {999, 1606.0f},   {900, 2200.0f},   {899, 2208.0f},
+        {700, 3800.0f},   {699, 3809.0f},   {600, 4700.0f},   {300, 7700.0f},   {299, 7709.0f},
+        {200, 8600.0f},   {199, 8610.0f},   {-100, 11600.0f}, {-101, 11612.0f}, {-300, 14000.0f},
         {-301, 14013.0f}, {-400, 15300.0f}, {-401, 15315.0f}, {-500, 16800.0f}, {-501, 16824.42f},
         {-600, 19242.0f}, {-1001, 0.0f},
     };

@@ -31,13 +31,13 @@ struct MaskCase {
 TEST(Format_Number, MasksValuesHalvesNegativesCarries) {
     const std::vector<MaskCase> cases = {
         {"##0'.0", 12.34, "12'.3"},
-        {"##0'.0", 0.05, "0'.0"},     // half, to the even 0
-        {"##0'.0", 0.15, "0'.2"},     // half, to the even 2
+        {"##0'.0", 0.05, "0'.0"},  // half, to the even 0
+        {"##0'.0", 0.15, "0'.2"},  // half, to the even 2
         {"##0'.0", 0.25, "0'.2"},
         {"##0'.0", -3.14, "-3'.1"},
-        {"##0'.0", -0.04, "0'.0"},    // rounds to zero: no sign
+        {"##0'.0", -0.04, "0'.0"},      // rounds to zero: no sign
         {"##0'.0", 1234.5, "1234'.5"},  // more digits than places
-        {"##0'.0", 99.96, "100'.0"},  // carry through the point
+        {"##0'.0", 99.96, "100'.0"},    // carry through the point
         {"000°.0 T", 45, "045°.0 T"},
         {"000°.0 T", 7.25, "007°.2 T"},
         {"000°.0", 359.94, "359°.9"},
@@ -126,17 +126,12 @@ struct AngleCase {
 
 TEST(Format_Angle, WholeDegreesMinutesPaddingAndCarry) {
     const std::vector<AngleCase> cases = {
-        {Rad(45.5), 1, false, "45° 30'.0"},
-        {Rad(45.5), 1, true, "  45° 30'.0"},
-        {Rad(5), 1, true, "    5° 00'.0"},
-        {Rad(123.25), 1, true, "123° 15'.0"},
+        {Rad(45.5), 1, false, "45° 30'.0"},        {Rad(45.5), 1, true, "  45° 30'.0"},
+        {Rad(5), 1, true, "    5° 00'.0"},         {Rad(123.25), 1, true, "123° 15'.0"},
         {Rad(359, 59.96), 1, false, "0° 00'.0"},  // carries, never 360°
-        {Rad(359, 59.94), 1, false, "359° 59'.9"},
-        {Rad(-90), 1, false, "270° 00'.0"},
-        {Rad(720.5), 1, false, "0° 30'.0"},
-        {Rad(12, 34.5678), 3, false, "12° 34'.568"},
-        {Rad(12, 34.4), 0, false, "12° 34'"},
-        {Rad(12), 4, false, "12° "},
+        {Rad(359, 59.94), 1, false, "359° 59'.9"}, {Rad(-90), 1, false, "270° 00'.0"},
+        {Rad(720.5), 1, false, "0° 30'.0"},        {Rad(12, 34.5678), 3, false, "12° 34'.568"},
+        {Rad(12, 34.4), 0, false, "12° 34'"},      {Rad(12), 4, false, "12° "},
         {std::nan(""), 1, false, "0° 00'.0"},
     };
     for (const AngleCase& c : cases)
@@ -260,22 +255,47 @@ TEST(Format_Day_Month, CalendarOfTheDay) {
     const double reform = Calc_JD(d, false);
     EXPECT_EQ(Format_Day_Month(reform, false), "15 Oct");
     EXPECT_EQ(Format_Day_Month(reform, true), "5 Oct");
+    // Before AD 1 January 1 (Julian Day 1721424) the day is Julian whatever is asked: 1 BC
+    // December 31 and, a day on, AD 1 January 1, which the Gregorian reading puts at 1 BC
+    // December 30.
+    const double lastBC = 1721423.0 - kJ2000;  // noon of 1 BC December 31, Julian
+    EXPECT_EQ(Format_Day_Month(lastBC, false), "31 Dec");
+    EXPECT_EQ(Format_Day_Month(lastBC, true), "31 Dec");
+    EXPECT_EQ(Format_Day_Month(lastBC + 1.0, true), "1 Jan");
+    EXPECT_EQ(Format_Day_Month(lastBC + 1.0, false), "30 Dec");
     // The shared calendar flag is left as it was.
     EXPECT_EQ(Shared_JulDates, 0);
 }
 
 TEST(Greek, ShortAndFullNames) {
-    const char* letters = "abcdegiklmnoprstuxzwfyqh";
-    for (const char* p = letters; *p; ++p) {
-        EXPECT_FALSE(Greek_Short(*p).empty()) << *p;
-        EXPECT_EQ(Greek_Full(*p).substr(0, 2), Greek_Short(*p).substr(0, 2)) << *p;
+    struct Row {
+        char Letter;
+        const char* Short;
+        const char* Full;
+    };
+    const Row rows[] = {
+        {'a', "Alp", "Alpha"}, {'b', "Bet", "Beta"},    {'c', "Chi", "Chi"},
+        {'d', "Del", "Delta"}, {'e', "Eps", "Epsilon"}, {'g', "Gam", "Gamma"},
+        {'i', "Iot", "Iota"},  {'k', "Kap", "Kappa"},   {'l', "Lam", "Lambda"},
+        {'m', "Mu", "Mu"},     {'n', "Nu", "Nu"},       {'o', "Omi", "Omicron"},
+        {'p', "Pi", "Pi"},     {'r', "Rho", "Rho"},     {'s', "Sig", "Sigma"},
+        {'t', "Tau", "Tau"},   {'u', "Ups", "Upsilon"}, {'x', "Xi", "Xi"},
+        {'z', "Zet", "Zeta"},  {'w', "Ome", "Omega"},   {'f', "Phi", "Phi"},
+        {'y', "Psi", "Psi"},   {'q', "The", "Theta"},   {'h', "Eta", "Eta"},
+    };
+    std::string known;
+    for (const Row& r : rows) {
+        EXPECT_EQ(Greek_Short(r.Letter), r.Short) << r.Letter;
+        EXPECT_EQ(Greek_Full(r.Letter), r.Full) << r.Letter;
+        known += r.Letter;
     }
-    EXPECT_EQ(Greek_Short('a'), "Alp");
-    EXPECT_EQ(Greek_Full('q'), "Theta");
-    EXPECT_EQ(Greek_Short('h'), "Eta");
-    EXPECT_EQ(Greek_Full('o'), "Omicron");
-    EXPECT_EQ(Greek_Short('j'), "");
-    EXPECT_EQ(Greek_Full('A'), "");
+    // Every other character is no Greek letter: upper case, "j" and "v", digits, blanks.
+    for (int c = 0; c < 256; ++c) {
+        const char letter = static_cast<char>(c);
+        if (known.find(letter) != std::string::npos || c == 0) continue;
+        EXPECT_EQ(Greek_Short(letter), "") << c;
+        EXPECT_EQ(Greek_Full(letter), "") << c;
+    }
 }
 
 TEST(Courses, ThreeSixtyAndMagneticWrap) {

@@ -5,16 +5,15 @@
 
 #include <QTimeZone>
 
+#include "settings/M_Formatting.h"
 #include "settings/M_TimeZones.h"
+#include "settings/Process_Zone.h"
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
 namespace {
-
-// The computer's zone for this run, set before Qt starts (Ui_Main.cpp).
-constexpr const char* kProcessZone = "Australia/Sydney";
 
 QDateTime Utc(int y, int m, int d, int h = 12) {
     return QDateTime(QDate(y, m, d), QTime(h, 0), Qt::UTC);
@@ -54,7 +53,7 @@ LmtChange Move(DateControlState& c, const MySystemTime& date) {
 }
 
 class TimeZones : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         Settings = SettingsRecord{};
         Settings.AutoTimeZone = kTrue;
@@ -141,15 +140,105 @@ TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
     EXPECT_EQ(zone.StandardBias, 77);
 }
 
+// What the run's own zone must give: standard and summer bias, months of the changes.
+struct KnownZone {
+    const char* Id;
+    int32_t Standard, Summer, StartMonth, EndMonth;
+};
+constexpr KnownZone kKnownZones[] = {{"Europe/London", 0, 60, 3, 10},
+                                     {"Australia/Sydney", 600, 660, 10, 4}};
+
+const KnownZone& Own_Zone() {
+    for (const KnownZone& z : kKnownZones)
+        if (Process_Zone == z.Id) return z;
+    ADD_FAILURE() << "the suite runs only under the zones it knows, not " << Process_Zone;
+    return kKnownZones[0];
+}
+
+// The local calendar day of each change between summer and winter time in `year`, by the
+// system's own zone database: the independent answer to the rule dates.
+struct DayOfChange {
+    int StartDay = 0, EndDay = 0;
+};
+DayOfChange Changes_In(const QTimeZone& tz, int year) {
+    DayOfChange r;
+    for (const QTimeZone::OffsetData& t :
+         tz.transitions(Utc(year, 1, 1, 0), Utc(year + 1, 1, 1, 0))) {
+        const QTimeZone::OffsetData before = tz.offsetData(t.atUtc.addSecs(-1));
+        const int day = t.atUtc.addSecs(before.offsetFromUtc).date().day();
+        if (t.daylightTimeOffset != 0 && before.daylightTimeOffset == 0) r.StartDay = day;
+        if (t.daylightTimeOffset == 0 && before.daylightTimeOffset != 0) r.EndDay = day;
+    }
+    return r;
+}
+
 TEST_F(TimeZones, TheComputersOwnZone) {
-    ASSERT_EQ(QTimeZone::systemTimeZoneId(), QByteArray(kProcessZone));
+    const KnownZone& known = Own_Zone();
+    ASSERT_EQ(QTimeZone::systemTimeZoneId(), QByteArray(known.Id));
     TZ_Bias = 12345;
     ASSERT_TRUE(Read_System_TimeZone());
-    const bool summer = QTimeZone(kProcessZone).isDaylightTime(QDateTime::currentDateTimeUtc());
-    EXPECT_EQ(TZ_Bias, summer ? 660 : 600);
-    EXPECT_EQ(SummerStart.Month, 10);
-    EXPECT_EQ(SummerEnd.Month, 4);
-    EXPECT_EQ(SummerStart.Bias, 660);
+    const bool summer = QTimeZone(known.Id).isDaylightTime(QDateTime::currentDateTimeUtc());
+    EXPECT_EQ(TZ_Bias, summer ? known.Summer : known.Standard);
+    EXPECT_EQ(SummerStart.Month, known.StartMonth);
+    EXPECT_EQ(SummerEnd.Month, known.EndMonth);
+    EXPECT_EQ(SummerStart.Bias, known.Summer);
+    EXPECT_EQ(SummerEnd.Bias, known.Standard);
+    EXPECT_EQ(SummerStart.Weekday, 1);  // both zones change on a Sunday
+    EXPECT_EQ(SummerEnd.Weekday, 1);
+    EXPECT_EQ(SummerStart.Valid, kTrue);
+    EXPECT_EQ(SummerStart.Year, QDateTime::currentDateTimeUtc().date().year());
+
+    // The rules read now give the days of the system's own changes in other years too.
+    const QTimeZone tz(known.Id);
+    for (int year = 2017; year <= 2035; year += 3) {
+        Compute_Rule_Date(year, SummerStart);
+        Compute_Rule_Date(year, SummerEnd);
+        const DayOfChange expected = Changes_In(tz, year);
+        EXPECT_EQ(SummerStart.Day, expected.StartDay) << year;
+        EXPECT_EQ(SummerEnd.Day, expected.EndDay) << year;
+        EXPECT_EQ(SummerStart.Moment,
+                  Calc_JD(Date(year, SummerStart.Month, SummerStart.Day, SummerStart.Hour), false));
+    }
+}
+
+TEST_F(TimeZones, DatesUnderTheComputersOwnZone) {
+    const KnownZone& known = Own_Zone();
+    ASSERT_TRUE(Read_System_TimeZone());
+    const bool northern = known.StartMonth < known.EndMonth;
+    const MySystemTime winter = northern ? Date(2027, 1, 15) : Date(2027, 7, 15);
+    const MySystemTime summer = northern ? Date(2027, 7, 15) : Date(2027, 1, 15);
+
+    // Across a rule date the bias and its label move, and back again.
+    DateControlState c = Control(winter, known.Standard);
+    EXPECT_FALSE(Move(c, winter).BiasChanged);
+    EXPECT_TRUE(Move(c, summer).BiasChanged);
+    EXPECT_EQ(c.Bias, known.Summer);
+    EXPECT_EQ(c.MyLMT_Text, Format_TZ_Text(known.Summer));
+    EXPECT_TRUE(Move(c, winter).BiasChanged);
+    EXPECT_EQ(c.Bias, known.Standard);
+    EXPECT_EQ(c.MyLMT_Text, Format_TZ_Text(known.Standard));
+
+    // A bias set by hand is never touched.
+    DateControlState manual = Control(winter, known.Standard + 30);
+    EXPECT_FALSE(Move(manual, summer).BiasChanged);
+    EXPECT_EQ(manual.Bias, known.Standard + 30);
+
+    // 1900 keeps whichever bias it has.
+    for (const int32_t bias : {known.Standard, known.Summer}) {
+        DateControlState old = Control(winter, bias);
+        EXPECT_FALSE(Move(old, Date(1900, 7, 1)).BiasChanged);
+        EXPECT_FALSE(Move(old, Date(1900, 1, 20)).BiasChanged);
+        EXPECT_EQ(old.Bias, bias);
+    }
+
+    // After 2100 the label is "ET"; on return it is the zone's own label again.
+    DateControlState far = Control(winter, known.Standard);
+    EXPECT_TRUE(Move(far, Date(2150, 3, 1)).LabelChanged);
+    EXPECT_EQ(far.MyLMT_Text.substr(0, 2), "ET");
+    EXPECT_EQ(far.MyLMT_Text.find('Z'), std::string::npos);
+    EXPECT_EQ(far.MyLMT_Text.find("GMT"), std::string::npos);
+    Move(far, winter);
+    EXPECT_EQ(far.MyLMT_Text, Format_TZ_Text(known.Standard));
 }
 
 TEST_F(TimeZones, RuleDatesOverYears) {
@@ -174,8 +263,7 @@ TEST_F(TimeZones, RuleDatesOverYears) {
         EXPECT_EQ(c.Rule->Day, c.Day) << c.Year;
         EXPECT_EQ(c.Rule->Year, c.Year);
         EXPECT_EQ(c.Rule->Valid, kTrue);
-        EXPECT_EQ(c.Rule->Moment,
-                  Calc_JD(Date(c.Year, c.Rule->Month, c.Day, c.Rule->Hour), false));
+        EXPECT_EQ(c.Rule->Moment, Calc_JD(Date(c.Year, c.Rule->Month, c.Day, c.Rule->Hour), false));
     }
     // Outside 1916 .. 2099 the moment is 1 January at 00:00.
     for (int year : {1900, 1915, 2100, 2500}) {
@@ -248,7 +336,8 @@ TEST_F(TimeZones, DateIn1900KeepsItsBias) {
         Use_Zone(zone, Utc(2026, 1, 10));
         for (const int32_t bias : {SummerStart.Bias, SummerEnd.Bias}) {
             DateControlState c = Control(Date(2026, 1, 10), bias);
-            for (const MySystemTime& d : {Date(1900, 7, 1), Date(1900, 1, 15), Date(1900, 1, 1, 0)}) {
+            for (const MySystemTime& d :
+                 {Date(1900, 7, 1), Date(1900, 1, 15), Date(1900, 1, 1, 0)}) {
                 EXPECT_FALSE(Move(c, d).BiasChanged) << zone;
                 EXPECT_EQ(c.Bias, bias) << zone;
             }

@@ -4,8 +4,11 @@
 #include <QApplication>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStandardPaths>
+#include <QTest>
 #include <QTimer>
+#include <deque>
 
 #include "shell/SplashScreen.h"
 #include "shell/fMain.h"
@@ -22,9 +25,9 @@ QStringList Top_Level_Titles(fMain& w) {
 TEST(fMain, MenuBarHasEveryEntryWithItsCaption) {
     fMain w;
     const QStringList titles = Top_Level_Titles(w);
-    const QStringList expected = {"    &File    ", "    &Options    ", "    &Screen    ",
+    const QStringList expected = {"    &File    ",       "    &Options    ",   "    &Screen    ",
                                   "    Reset &Time    ", "    &Find Star    ", "    &Undo",
-                                  "    &Redo", "    &Help    ", "Print Book"};
+                                  "    &Redo",           "    &Help    ",      "Print Book"};
     EXPECT_EQ(titles, expected);
 
     EXPECT_EQ(w.File_Action(11)->text(), "E&xit");
@@ -53,9 +56,9 @@ TEST(fMain, MainScreenPaintsTheMomentAndTheEarthFrame) {
 
     QStringList labels;
     for (const SplashLine& l : splash->Lines()) labels << QString::fromStdString(l.Label);
-    for (const char* want : {"Date (UT)", "Time (UT)", "Julian Day", "\u0394T",
-                             "Nutation in longitude", "Nutation in obliquity", "True obliquity",
-                             "GHA Aries"})
+    for (const char* want :
+         {"Date (UT)", "Time (UT)", "Julian Day", "\u0394T", "Nutation in longitude",
+          "Nutation in obliquity", "True obliquity", "GHA Aries"})
         EXPECT_TRUE(labels.contains(QString::fromUtf8(want))) << want;
 
     // Something dark has been drawn on the white picture.
@@ -89,6 +92,80 @@ TEST(fMain, VersionInfoShowsTheVersionBox) {
     w.Help_Action(4)->trigger();
     EXPECT_EQ(title, "Kelmoran Version");
     EXPECT_TRUE(text.startsWith("This is version  ")) << text.toStdString();
+}
+
+// Answers the message boxes as a user would: OK by a mouse click on its button, Cancel by
+// the Escape key. Each box's title and text are kept.
+class BoxAnswerer {
+  public:
+    explicit BoxAnswerer(std::deque<QMessageBox::StandardButton> answers)
+        : answers_(std::move(answers)) {
+        timer_.setInterval(10);
+        QObject::connect(&timer_, &QTimer::timeout, [this] { Answer(); });
+        timer_.start();
+    }
+    QStringList Asked;
+
+  private:
+    void Answer() {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            auto* box = qobject_cast<QMessageBox*>(top);
+            if (!box || !box->isVisible()) continue;
+            Asked << box->windowTitle() + "|" + box->text();
+            const QMessageBox::StandardButton a =
+                answers_.empty() ? QMessageBox::Ok : answers_.front();
+            if (!answers_.empty()) answers_.pop_front();
+            if (a == QMessageBox::Cancel)
+                QTest::keyClick(box, Qt::Key_Escape);
+            else
+                QTest::mouseClick(box->button(a), Qt::LeftButton);
+            return;
+        }
+    }
+    std::deque<QMessageBox::StandardButton> answers_;
+    QTimer timer_;
+};
+
+TEST(fMain, ExitAsksAboutSightsThenThePlanAndCancelKeepsTheWindow) {
+    const QString sights =
+        "Exiting|Changes to Sights have not been saved\r\n\nAbandon changes?\n\n";
+    const QString plan = "Exiting|Voyage Plan has been changed\r\n\nAbandon changes?\n";
+    fMain w;
+    w.show();
+    QApplication::processEvents();
+    Shell.SightsChanged = kTrue;
+    Shell.PlanChanged = kTrue;
+    {
+        BoxAnswerer user({QMessageBox::Cancel});
+        EXPECT_FALSE(w.close());
+        EXPECT_EQ(user.Asked, QStringList{sights});
+        EXPECT_TRUE(w.isVisible());
+        EXPECT_NE(Shell.CurrentScreen, nullptr);
+    }
+    {
+        BoxAnswerer user({QMessageBox::Ok, QMessageBox::Cancel});
+        EXPECT_FALSE(w.close());
+        EXPECT_EQ(user.Asked, (QStringList{sights, plan}));
+        EXPECT_TRUE(w.isVisible());
+    }
+    {
+        BoxAnswerer user({QMessageBox::Ok, QMessageBox::Ok});
+        EXPECT_TRUE(w.close());
+        EXPECT_EQ(user.Asked, (QStringList{sights, plan}));
+        EXPECT_FALSE(w.isVisible());
+        EXPECT_EQ(Shell.CurrentScreen, nullptr);  // the screens are let go only now
+    }
+    Shell.SightsChanged = kFalse;
+    Shell.PlanChanged = kFalse;
+}
+
+TEST(fMain, ExitWithNothingChangedAsksNothing) {
+    fMain w;
+    w.show();
+    QApplication::processEvents();
+    BoxAnswerer user({QMessageBox::Cancel});
+    EXPECT_TRUE(w.close());
+    EXPECT_TRUE(user.Asked.isEmpty());
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 
 // A grid screen that counts its calculations and follows the protocol's flag rules.
 class FakeScreen : public cScreen {
-public:
+  public:
     explicit FakeScreen(std::string key) : key_(std::move(key)) {}
 
     std::string ClassType() const override { return key_; }
@@ -53,14 +53,13 @@ public:
     bool visible = false;
     CursorState cursor;
 
-private:
+  private:
     std::string key_;
 };
 
 class FakeHost : public ShellHost {
-public:
-    MsgAnswer Message_Box(const std::string& text, const std::string& title,
-                          MsgButtons) override {
+  public:
+    MsgAnswer Message_Box(const std::string& text, const std::string& title, MsgButtons) override {
         asked.push_back(title + "|" + text);
         if (answers.empty()) return MsgAnswer::OK;
         const MsgAnswer a = answers.front();
@@ -100,7 +99,7 @@ public:
 };
 
 class FakePlan : public PlanFileActions {
-public:
+  public:
     std::string Plan_File_Name() const override { return name; }
     std::string Default_Plan_Name() const override { return defaultName; }
     void Set_Default_Plan_Name(const std::string& n) override { defaultName = n; }
@@ -132,7 +131,7 @@ public:
 };
 
 class ShellTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         Settings = SettingsRecord{};
         TZ_Bias = 0;
@@ -381,8 +380,7 @@ TEST_F(ShellTest, RestoreDefaultPlanAsksAboutAChangedPlan) {
 
     host.answers = {MsgAnswer::Yes};
     File_Menu_Action(3);
-    EXPECT_THAT(plan.log,
-                ElementsAre("save /home/n/Azores.Voy", "read default", "undo emptied"));
+    EXPECT_THAT(plan.log, ElementsAre("save /home/n/Azores.Voy", "read default", "undo emptied"));
 }
 
 TEST_F(ShellTest, SetAsDefaultNeedsASavedPlan) {
@@ -398,6 +396,42 @@ TEST_F(ShellTest, SetAsDefaultNeedsASavedPlan) {
     EXPECT_EQ(plan.defaultName, "/home/n/New.Voy");
     // Every screen is forced after it.
     EXPECT_FALSE(Shell.Up_To_Date("Splash"));
+}
+
+TEST_F(ShellTest, VoyageNewOpenRemoveAndSaveActByCaption) {
+    const auto& f = Shell.Menus.mnuFile;
+    mnuWindow_Click(5);
+    Settings.PositionMethod = 2;
+    File_Menu_Action(0);  // "&New"
+    EXPECT_THAT(plan.log, ElementsAre("new", "undo emptied"));
+    EXPECT_EQ(Settings.PositionMethod, 0);
+
+    plan.log.clear();
+    Settings.PositionMethod = 1;
+    File_Menu_Action(1);  // "&Open"
+    EXPECT_THAT(plan.log, ElementsAre("open", "undo emptied"));
+    EXPECT_EQ(Settings.PositionMethod, 0);
+
+    // The default plan while dead reckoning by it: removing it stops that.
+    plan.log.clear();
+    plan.name = plan.defaultName = "/home/n/Biscay.Voy";
+    Settings.PositionMethod = 2;
+    Menus_Set_For_Screen();
+    ASSERT_EQ(f[3].Caption, "&Remove as Default");
+    EXPECT_EQ(f[4].Caption, "Do not D.R.");
+    File_Menu_Action(3);
+    EXPECT_EQ(plan.defaultName, "");
+    EXPECT_EQ(Settings.PositionMethod, 0);
+    // The menus are rewritten: the plan is no longer the default one.
+    EXPECT_EQ(f[3].Caption, "Restore Default Plan");
+
+    // "&Save" goes to the plan's own file when it is a voyage file, else to Save As;
+    // "Save &As" always asks.
+    File_Menu_Action(6);
+    File_Menu_Action(7);
+    plan.name = "/home/n/notes.txt";
+    File_Menu_Action(6);
+    EXPECT_THAT(plan.log, ElementsAre("save /home/n/Biscay.Voy", "save as", "save as"));
 }
 
 TEST_F(ShellTest, HelpMenu) {
