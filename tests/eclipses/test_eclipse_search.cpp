@@ -191,6 +191,12 @@ struct Comparison {
     // the radius of contact), where a small difference of shadow size moves the time little.
     double worstContact[6] = {0, 0, 0, 0, 0, 0};
     double worstChordContact = 0.0;
+    // Lunar contacts: how many were compared, how many lie on grazing chords, how many of
+    // those are beyond three minutes; and the mean lead of the reference's contacts (its
+    // ingress earlier, its egress later), which is positive when its shadow is the larger.
+    int contactsCompared = 0, grazingChords = 0, grazingBeyond = 0;
+    double leadSum[3] = {0, 0, 0};
+    int leadCount[3] = {0, 0, 0};
     std::vector<std::string> disagreements;
 };
 
@@ -224,8 +230,17 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
             if (o.contacts[k] == 0.0 || r.contacts[k] == 0.0) continue;
             const double d = std::fabs(o.contacts[k] - r.contacts[k]);
             c.worstContact[k] = std::max(c.worstContact[k], d);
-            if (!solar && o.chordRatio[k / 2] <= 0.9)
+            if (solar) continue;
+            ++c.contactsCompared;
+            c.leadSum[k / 2] +=
+                k % 2 == 0 ? o.contacts[k] - r.contacts[k] : r.contacts[k] - o.contacts[k];
+            ++c.leadCount[k / 2];
+            if (o.chordRatio[k / 2] <= 0.9) {
                 c.worstChordContact = std::max(c.worstChordContact, d);
+            } else {
+                ++c.grazingChords;
+                if (d >= 3.0 * kMinute) ++c.grazingBeyond;
+            }
         }
         if (solar) c.worstGamma = std::max(c.worstGamma, std::fabs(o.gamma - r.gamma));
         if (o.kind == r.kind) {
@@ -263,6 +278,15 @@ void Report(const char* what, const Comparison& c) {
     if (c.worstChordContact > 0.0)
         std::printf("; all but grazing chords %.1f", c.worstChordContact * 86400.0);
     std::printf("\n");
+    if (c.contactsCompared > 0)
+        std::printf(
+            "  %d contacts compared; %d on grazing chords (least distance above 0.9 of the "
+            "contact radius), %d of them beyond 3 min; the reference's contacts lead ours on "
+            "average by: penumbral %.1f s, partial %.1f s, total %.1f s\n",
+            c.contactsCompared, c.grazingChords, c.grazingBeyond,
+            c.leadSum[0] / std::max(1, c.leadCount[0]) * 86400.0,
+            c.leadSum[1] / std::max(1, c.leadCount[1]) * 86400.0,
+            c.leadSum[2] / std::max(1, c.leadCount[2]) * 86400.0);
     for (const std::string& d : c.disagreements) std::printf("  %s\n", d.c_str());
 }
 
