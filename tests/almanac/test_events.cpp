@@ -199,6 +199,9 @@ TEST_F(Events, StandardAndActualValues) {
     Main_Sun_Rows(jd, 60, false);
     EXPECT_EQ(Sun_Event_Moment({kStandardSunriseAlt, true}), standard);
     EXPECT_EQ(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
+    // At the mean distance the Moon's horizontal parallax is 57'.04 and its semi-diameter
+    // 15'.54: with 34' of refraction the centre is 7'.50 up when the upper limb rises.
+    EXPECT_NEAR(Moon_Horizon(0.7f, 384400.0) * kArcmin, 7.50, 0.01);
 
     // The actual values: the upper limb on the sea horizon 25 m below the eye. The Sun
     // then rises earlier, and at our moment its record's apparent altitude is 0.
