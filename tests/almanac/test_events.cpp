@@ -11,6 +11,7 @@
 
 #include "almanac/Moon_Events.h"
 #include "almanac/Sun_Events.h"
+#include "almanac/cAlmanac.h"
 #include "ephemeris/Time_Calcs.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
@@ -308,6 +309,24 @@ TEST_F(Events, MoonAgainstTheSwissEphemeris) {
         compared, worst, setFirst, quiet);
     EXPECT_GT(compared, 300);
     EXPECT_GT(setFirst, 10);
+}
+
+TEST_F(Events, MoonAgeAndPhaseAsOnThePage) {
+    Observe_From(50.0, 0.0);
+    cAlmanac page;
+    Lcg rng;
+    for (int k = 0; k < 8; ++k) {
+        const double jd = std::floor(rng.Range(-36500.0, 36500.0)) + 0.5;  // 0h
+        page.MyJD(jd);
+        EXPECT_EQ(Moon_Rows(jd, 0, false).Age, page.MyMoonAge()[0]) << jd;
+        // The page's illumination is at noon of each day; a figure rounded to the percent.
+        EXPECT_NEAR(Moon_Rows(jd + 1.5, 0, false).Phase, page.MyMoonPhase()[1], 1.0) << jd;
+    }
+    // 2024 March 25, the Full Moon of 07:00 UT: fully lit; ten days after the New Moon of
+    // March 10, 09:00 UT, the age is 15 days at 12h.
+    const Moon_Rows_Result full = Moon_Rows(Day_Of(2024, 3, 25) + 0.3, 0, false);
+    EXPECT_EQ(full.Phase, 100.0);
+    EXPECT_EQ(Moon_Rows(Day_Of(2024, 3, 25) + 0.5, 0, false).Age, 15.0);
 }
 
 TEST_F(Events, MoonPassageAndPolarDays) {
