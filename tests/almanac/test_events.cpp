@@ -217,6 +217,11 @@ TEST_F(Events, StandardAndActualValues) {
     EXPECT_NEAR(v.Apparent_Alt * kArcmin, 0.0, 0.05);
     // With the actual values the Moon's horizon has the figure of the Earth in it.
     EXPECT_NE(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
+    // Only the byte 1 asks for the actual values: any other is the standard ones.
+    Settings.SimplifiedRiseSet = 2;
+    EXPECT_EQ(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
+    Main_Sun_Rows(jd, 60, false);
+    EXPECT_EQ(Sun_Event_Moment({kStandardSunriseAlt, true}), standard);
 }
 
 // All crossings of the Moon's horizon in the zone day by the reference: a scan by ten
