@@ -12,6 +12,9 @@
 #include "almanac/Moon_Events.h"
 #include "almanac/Sun_Events.h"
 #include "almanac/cAlmanac.h"
+#include "ephemeris/Earth_Frame.h"
+#include "ephemeris/Series.h"
+#include "ephemeris/Sun.h"
 #include "ephemeris/Time_Calcs.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
@@ -222,6 +225,48 @@ TEST_F(Events, StandardAndActualValues) {
     EXPECT_EQ(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
     Main_Sun_Rows(jd, 60, false);
     EXPECT_EQ(Sun_Event_Moment({kStandardSunriseAlt, true}), standard);
+}
+
+// Sunrise and sunset with the actual values at places and dates from 60°S to 72°N and
+// heights of eye from 0 to 30 m: at our moment the upper limb stands on the sea horizon
+// (the Sun's place by the full series: the search, not the ephemeris, is under test; the
+// ephemeris is held to the reference above); and the moment is earlier at sunrise (later at
+// sunset) than the standard one by the extra dip, refraction and semi-diameter.
+TEST_F(Events, ActualSunriseAndSunsetOnTheSeaHorizon) {
+    Lcg rng;
+    double worst = 0.0;
+    int timed = 0;
+    for (int k = 0; k < 40; ++k) {
+        const double lat = rng.Range(-60.0, 72.0), lon = rng.Range(-180.0, 180.0);
+        const double jd = std::floor(rng.Range(-36500.0, 36500.0)) + 0.3;
+        Observe_From(lat, lon);
+        Settings.HtOfEye = static_cast<float>(rng.Range(0.0, 30.0));
+        Settings.SimplifiedRiseSet = 1;
+        Compute_Derived_Settings();
+        Main_Sun_Rows(jd, 0, false);
+        for (bool morning : {true, false}) {
+            double t = 0.0;
+            Sun_Rise_Set(morning, Event_Text_Style{}, &t);
+            if (t == 0.0) continue;
+            const Sun_Alt_Values v = Sun_Alt_Record(Settings.ObserverLat, Settings.ObserverLong,
+                                                    Calc_Sun(kAccuracyFull, Calc_EarthFrame(t)));
+            // 0'.01: a tenth of a second of time where the Sun rises steeply.
+            EXPECT_NEAR(v.Apparent_Alt * kArcmin, 0.0, 0.01) << lat << " " << jd << " " << morning;
+            worst = std::max(worst, std::fabs(v.Apparent_Alt * kArcmin));
+            ++timed;
+            // Against the standard values of the same day.
+            Settings.SimplifiedRiseSet = 0;
+            double standard = 0.0;
+            Sun_Rise_Set(morning, Event_Text_Style{}, &standard);
+            Settings.SimplifiedRiseSet = 1;
+            if (standard != 0.0) {
+                EXPECT_EQ(morning, t < standard) << lat << " " << jd;
+            }
+        }
+    }
+    std::printf("Actual sunrise and sunset: %d timed, upper limb within %.4f' of the horizon\n",
+                timed, worst);
+    EXPECT_GT(timed, 60);
 }
 
 // All crossings of the Moon's horizon in the zone day by the reference: a scan by ten
