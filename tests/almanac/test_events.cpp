@@ -207,17 +207,15 @@ TEST_F(Events, StandardAndActualValues) {
     // 15'.54: with 34' of refraction the centre is 7'.50 up when the upper limb rises.
     EXPECT_NEAR(Moon_Horizon(0.7f, 384400.0) * kArcmin, 7.50, 0.01);
 
-    // The actual values: the upper limb on the sea horizon 25 m below the eye. The Sun
-    // then rises earlier, and at our moment its record's apparent altitude is 0.
+    // The actual values: the upper limb on the sea horizon 25 m below the eye (more cases
+    // below). That horizon lies 8'.8 down, and with the refraction there the centre's
+    // threshold is about 10' below -50': the Sun, climbing 10' a minute here, rises about a
+    // minute before the standard sunrise.
     Settings.SimplifiedRiseSet = 1;
     Main_Sun_Rows(jd, 60, false);
     const double actual = Sun_Event_Moment({kStandardSunriseAlt, true});
-    EXPECT_LT(actual, standard);
-    EXPECT_GT(actual, standard - 10.0 / 1440.0);
-    const SwePlace sun = Swe_Place_At(actual, SE_SUN);
-    const Sun_Alt_Values v = Sun_Alt_Record(Settings.ObserverLat, Settings.ObserverLong,
-                                            BodyPlace{sun.RA, sun.Dec, sun.Distance, sun.GHA});
-    EXPECT_NEAR(v.Apparent_Alt * kArcmin, 0.0, 0.05);
+    EXPECT_LT(actual, standard - 0.5 / 1440.0);
+    EXPECT_GT(actual, standard - 2.0 / 1440.0);
     // With the actual values the Moon's horizon has the figure of the Earth in it.
     EXPECT_NE(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
     // Only the byte 1 asks for the actual values: any other is the standard ones.
