@@ -100,7 +100,7 @@ class AlmanacPage : public ::testing::Test {
 TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
     static const int kSwePlanet[4] = {SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
     std::map<std::string, Worst> worst;
-    Worst polar;
+    Worst polar, pair;
     cAlmanac page;
     Lcg rng;
     for (int k = 0; k < 30; ++k) {
@@ -165,8 +165,11 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
             // bright component (about 25" apart): that star is held to its own limit.
             const std::string group = star.Name == "Rigil Kent" ? "Rigil Kent " : "Star ";
             if (group != "Star ") {
-                EXPECT_LT(std::fabs(Arcmin_Diff(page.Star_SHA(row), sha)) * std::cos(dec), 0.5);
-                EXPECT_LT(std::fabs(page.Star_Dec(row) - dec) * kArcmin, 0.5);
+                const double alongSky = Arcmin_Diff(page.Star_SHA(row), sha) * std::cos(dec);
+                const double inDec = (page.Star_Dec(row) - dec) * kArcmin;
+                pair.Add(std::hypot(alongSky, inDec), 0.0);
+                EXPECT_LT(std::fabs(alongSky), 0.5);
+                EXPECT_LT(std::fabs(inDec), 0.5);
                 ++row;
                 continue;
             }
@@ -189,6 +192,8 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
         "Star SHA within 10 deg of the pole, as tabulated: largest difference %.4f', "
         "printed %.0f units of 0'.1\n",
         polar.unrounded, polar.units);
+    std::printf("Rigil Kent, catalogue's bright component against the library's star: %.3f'\n",
+                pair.unrounded);
     for (const auto& [name, w] : worst) {
         std::printf("%-10s largest difference %.4f', printed %.0f unit of 0'.1\n", name.c_str(),
                     w.unrounded, w.units);
