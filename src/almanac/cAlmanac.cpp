@@ -152,6 +152,7 @@ std::string Minutes_Text(double minutes, const char* mask) {
 // ------------------------------------------------------------------ shared Moon values
 
 double Moon_Age_At(double jd) {
+    if (!std::isfinite(jd)) return 0.0;
     const double deltaT = Get_DeltaT(DeltaT_Year(jd)) / kSecondsPerJulianCentury;
     double age = Round_Even(jd - New_Moon_Before(jd, deltaT));
     if (age >= 28.0) {
@@ -167,7 +168,8 @@ double Moon_Illuminated_Fraction(const BodyPlace& sun, const BodyPlace& moon) {
     const double rs = sun.Distance * kKmPerAu, rm = moon.Distance;
     double i = std::atan(rs * std::sin(psi) / (rm - rs * std::cos(psi)));
     if (i < 0.0) i += kPi;
-    return Round_Even((1.0 + std::cos(i)) / 2.0, 2);
+    const double k = Round_Even((1.0 + std::cos(i)) / 2.0, 2);
+    return std::isfinite(k) ? k : 0.0;
 }
 
 std::string Illumination_Text(double fraction) {

@@ -29,11 +29,13 @@
 
 namespace kelmoran {
 
-// The Moon's age in whole days at `jd` (MyJD): from the last New Moon at or before it.
+// The Moon's age in whole days at `jd` (MyJD): from the last New Moon at or before it;
+// 0 for a moment that is not a number.
 double Moon_Age_At(double jd);
 
 // The Moon's illuminated fraction from the places of the Sun (distance in AU) and the
-// Moon (distance in km), rounded to two decimals, 0 .. 1.
+// Moon (distance in km), rounded to two decimals, 0 .. 1 (0 for places that are not
+// numbers).
 double Moon_Illuminated_Fraction(const BodyPlace& sun, const BodyPlace& moon);
 
 // The cell of an illuminated fraction: "Full " when it is exactly 1, else by "##0%".

@@ -375,6 +375,11 @@ TEST_F(Events, MoonAgeAndPhaseAsOnThePage) {
     const Moon_Rows_Result full = Moon_Rows(Day_Of(2024, 3, 25) + 0.3, 0, false);
     EXPECT_EQ(full.Phase, 100.0);
     EXPECT_EQ(Moon_Rows(Day_Of(2024, 3, 25) + 0.5, 0, false).Age, 15.0);
+    // A moment that is not a number gives no age and no light, and no times.
+    const Moon_Rows_Result none = Moon_Rows(std::nan(""), 0, false);
+    EXPECT_EQ(none.Age, 0.0);
+    EXPECT_EQ(none.Phase, 0.0);
+    EXPECT_EQ(none.Texts[0], kNoEvent);
 }
 
 TEST_F(Events, MoonPassageAndPolarDays) {
