@@ -5,11 +5,13 @@
 
 #include "almanac/Event_Search.h"
 #include "almanac/Sun_Events.h"
+#include "almanac/cAlmanac.h"
 #include "ephemeris/Altitude_Corrections.h"
 #include "ephemeris/Bodies.h"
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Moon.h"
 #include "ephemeris/Series.h"
+#include "ephemeris/Sun.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 
@@ -214,6 +216,13 @@ Moon_Rows_Result Moon_Rows(double moment, int32_t bias, bool seconds) {
         r.Passage_Time_Text = kNoEvent;
         r.Passage_Alt_Text = kNoEvent;
     }
+
+    // Age and illumination, by the page's own rules.
+    r.Age = Moon_Age_At(moment);
+    const EarthFrame frame = Calc_EarthFrame(moment);
+    r.Phase =
+        Moon_Illuminated_Fraction(Calc_Sun(kAccuracyFull, frame), Calc_Moon(kAccuracyFull, frame)) *
+        100.0;
     return r;
 }
 

@@ -74,6 +74,10 @@ struct Moon_Rows_Result {
     std::string Passage_Alt_Text;
     double Passage_Time = 0.0;
     float Passage_Alt = 0.0f;
+    // The Moon's age in whole days and its illuminated fraction in percent at the moment
+    // shown: the same values as the almanac page's MyMoonAge and MyMoonPhase.
+    double Age = 0.0;
+    double Phase = 0.0;
 };
 
 inline constexpr const char* kMoonrise = "Moonrise";
@@ -82,7 +86,8 @@ inline constexpr const char* kPassageObsAlt = "Mer. Pass. (Obs. Alt.)";
 inline constexpr const char* kPassageAppAlt = "Mer. Pass. (App. Alt.)";
 inline constexpr const char* kUpperLimb = "   UL";
 
-// Moonrise, moonset and the passage for the zone day (bias minutes) that holds `moment`;
+// Moonrise, moonset and the passage for the zone day (bias minutes) that holds `moment`,
+// and the Moon's age and illumination at `moment`;
 // `seconds` the screen's seconds option. Leaves Moon_Day holding that day's passages.
 Moon_Rows_Result Moon_Rows(double moment, int32_t bias, bool seconds);
 

@@ -90,8 +90,12 @@ void Set_Moving() {
     Moving = Settings.PositionMethod != kFixPosition ? 1 : 0;
 }
 
+uint8_t SimpleRise() {
+    return static_cast<uint8_t>(Settings.SimplifiedRiseSet);
+}
+
 bool Actual_Rise_Values() {
-    return Settings.SimplifiedRiseSet == 1;
+    return SimpleRise() == 1;
 }
 
 Sun_Alt_Values Sun_Alt_Record(float lat, float lon, const BodyPlace& place) {

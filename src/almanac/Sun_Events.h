@@ -48,8 +48,12 @@ extern int32_t Moving;
 // Moving from the settings' position method.
 void Set_Moving();
 
-// True when the setting "'Standard' values for Rising and Setting" is off (the setting's
-// byte is 1): sunrise, sunset, moonrise and moonset then use the actual refraction at the
+// The setting "Simplified Rising & Setting" as its byte: 1 when the actual values are
+// used, any other value for the standard values.
+uint8_t SimpleRise();
+
+// True when the setting "'Standard' values for Rising and Setting" is off (SimpleRise is
+// 1): sunrise, sunset, moonrise and moonset then use the actual refraction at the
 // sea horizon, the dip, the body's own semi-diameter and parallax, and the figure of the
 // Earth. Otherwise the standard values: 34' of refraction and 16' of semi-diameter.
 bool Actual_Rise_Values();

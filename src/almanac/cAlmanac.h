@@ -9,12 +9,14 @@
 // world: times are GMT, and those of the latitude tables are for the meridian of
 // Greenwich (local mean time elsewhere). The page knows nothing of the observer.
 //
-// Places: the Sun at each hour by the full series; the Moon and the planets by the full
-// series every 12 hours, carried to each hour by four-point (cubic) interpolation in
-// right ascension, declination and distance, within 0.5" of the full place at every hour
-// (a tenth of the table's last unit); all hour angles from the sidereal time of the hour.
-// The Moon's places a day before and after the page, which serve only the passages and the
-// rises of the tables (printed to the minute), come from the reduced series.
+// Places: the Sun at each hour by the full series; the planets by the full series every 12
+// hours, carried to each hour by four-point (cubic) interpolation in right ascension,
+// declination and distance; the Moon by the reduced series at each hour, corrected by the
+// full series' excess over it, taken every 24 hours and interpolated the same way. Each
+// stays within 0.5" of the full place at every hour (under a tenth of the table's last
+// unit); all hour angles from the sidereal time of the hour. The Moon's places a day
+// before and after the page, which serve only the passages and the rises of the tables
+// (printed to the minute), come from the reduced series.
 #pragma once
 
 #include <array>
@@ -27,11 +29,13 @@
 
 namespace kelmoran {
 
-// The Moon's age in whole days at `jd` (MyJD): from the last New Moon at or before it.
+// The Moon's age in whole days at `jd` (MyJD): from the last New Moon at or before it;
+// 0 for a moment that is not a number.
 double Moon_Age_At(double jd);
 
 // The Moon's illuminated fraction from the places of the Sun (distance in AU) and the
-// Moon (distance in km), rounded to two decimals, 0 .. 1.
+// Moon (distance in km), rounded to two decimals, 0 .. 1 (0 for places that are not
+// numbers).
 double Moon_Illuminated_Fraction(const BodyPlace& sun, const BodyPlace& moon);
 
 // The cell of an illuminated fraction: "Full " when it is exactly 1, else by "##0%".

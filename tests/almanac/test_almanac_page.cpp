@@ -14,6 +14,10 @@
 #include <string>
 
 #include "almanac/cAlmanac.h"
+#include "ephemeris/Earth_Frame.h"
+#include "ephemeris/Moon.h"
+#include "ephemeris/Planets.h"
+#include "ephemeris/Series.h"
 #include "ephemeris/Time_Calcs.h"
 #include "settings/M_Formatting.h"
 #include "stars/M_Resources.h"
@@ -96,6 +100,7 @@ class AlmanacPage : public ::testing::Test {
 TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
     static const int kSwePlanet[4] = {SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
     std::map<std::string, Worst> worst;
+    Worst polar, pair;
     cAlmanac page;
     Lcg rng;
     for (int k = 0; k < 30; ++k) {
@@ -160,14 +165,20 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
             // bright component (about 25" apart): that star is held to its own limit.
             const std::string group = star.Name == "Rigil Kent" ? "Rigil Kent " : "Star ";
             if (group != "Star ") {
-                EXPECT_LT(std::fabs(Arcmin_Diff(page.Star_SHA(row), sha)) * std::cos(dec), 0.5);
-                EXPECT_LT(std::fabs(page.Star_Dec(row) - dec) * kArcmin, 0.5);
+                const double alongSky = Arcmin_Diff(page.Star_SHA(row), sha) * std::cos(dec);
+                const double inDec = (page.Star_Dec(row) - dec) * kArcmin;
+                pair.Add(std::hypot(alongSky, inDec), 0.0);
+                EXPECT_LT(std::fabs(alongSky), 0.5);
+                EXPECT_LT(std::fabs(inDec), 0.5);
                 ++row;
                 continue;
             }
             // Within 10° of the pole (Polaris, 30' from it) the SHA turns up to a hundred
             // times faster than the star moves on the sky: it is compared along the sky.
             const double along = std::fabs(dec) > 80.0 / kDeg ? std::cos(dec) : 1.0;
+            if (along != 1.0)
+                polar.Add(Arcmin_Diff(page.Star_SHA(row), sha),
+                          Printed_Units(Parse_Minutes(text.SHA), sha, true));
             worst["Star SHA"].Add(Arcmin_Diff(page.Star_SHA(row), sha) * along,
                                   Printed_Units(Parse_Minutes(text.SHA), sha, true) * along);
             worst["Star Dec"].Add((page.Star_Dec(row) - dec) * kArcmin,
@@ -175,12 +186,56 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
             ++row;
         }
     }
+    // The polar star's SHA itself, for the record: its differences along the sky are
+    // part of "Star SHA" above.
+    std::printf(
+        "Star SHA within 10 deg of the pole, as tabulated: largest difference %.4f', "
+        "printed %.0f units of 0'.1\n",
+        polar.unrounded, polar.units);
+    std::printf("Rigil Kent, catalogue's bright component against the library's star: %.3f'\n",
+                pair.unrounded);
     for (const auto& [name, w] : worst) {
         std::printf("%-10s largest difference %.4f', printed %.0f unit of 0'.1\n", name.c_str(),
                     w.unrounded, w.units);
         EXPECT_LE(w.unrounded, 0.1) << name;
         EXPECT_LE(w.units, 1.0) << name;
     }
+}
+
+// The page does not evaluate the full series at every hour: the planets are interpolated
+// between 12-hour places, the Moon is the reduced series corrected by the full series'
+// excess at 24-hour places. Every hour stays with the full series: the Moon within 0.1",
+// the planets within 0.5" (a twelfth of the table's last unit).
+TEST_F(AlmanacPage, HourlyPlacesFollowTheFullSeries) {
+    double worstMoon = 0.0, worstPlanet = 0.0, worstMoonKm = 0.0;
+    cAlmanac page;
+    for (double jd : {Day_Of(1903, 5, 17), Day_Of(2009, 12, 30), Day_Of(2098, 8, 2)}) {
+        page.MyJD(jd);
+        for (int h = 0; h <= cAlmanac::kHours; ++h) {
+            const EarthFrame frame = Calc_EarthFrame(jd + h / 24.0);
+            const BodyPlace moon = Calc_Moon(kAccuracyFull, frame);
+            const BodyPlace& m = page.Moon_Place(h);
+            worstMoon = std::max({worstMoon, std::fabs(Arcmin_Diff(m.GHA, moon.GHA)) * 60.0,
+                                  std::fabs(Arcmin_Diff(m.RA, moon.RA)) * 60.0,
+                                  std::fabs(m.Dec - moon.Dec) * kArcmin * 60.0});
+            worstMoonKm = std::max(worstMoonKm, std::fabs(m.Distance - moon.Distance));
+            for (int p = 0; p < 4; ++p) {
+                BodyPlace full;
+                float earth = 0.0f;
+                Calc_Planet(full, cAlmanac::kPlanets[static_cast<size_t>(p)], kAccuracyFull, frame,
+                            earth);
+                const BodyPlace& ours = page.Planet_Place(p, h);
+                worstPlanet =
+                    std::max({worstPlanet, std::fabs(Arcmin_Diff(ours.GHA, full.GHA)) * 60.0,
+                              std::fabs(ours.Dec - full.Dec) * kArcmin * 60.0});
+            }
+        }
+    }
+    std::printf("Hourly places against the full series: Moon %.3f\" (%.3f km), planets %.3f\"\n",
+                worstMoon, worstMoonKm, worstPlanet);
+    EXPECT_LT(worstMoon, 0.1);
+    EXPECT_LT(worstMoonKm, 0.01);
+    EXPECT_LT(worstPlanet, 0.5);
 }
 
 TEST_F(AlmanacPage, RoundingRules) {

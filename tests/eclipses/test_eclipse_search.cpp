@@ -60,15 +60,19 @@ struct Found {
     Kind kind = Kind::Partial;
     double gamma = 0.0;
     std::string text;
-    // Ours only. Borderline: the kind rests on a margin that the models' conventions (the
-    // Earth's figure and air, the size of the shadows) can reverse: the umbral cone's vertex
+    // Borderline: the kind rests on a margin that the models' conventions (the Earth's
+    // figure and air, the size of the shadows) can reverse. Ours: the umbral cone's vertex
     // within an Earth radius of the Earth's centre (solar), or an umbral edge within 0.01 of
-    // the Moon's diameter (lunar). A lunar eclipse is a graze when its penumbral magnitude
+    // the Moon's diameter (lunar). The reference's: at its greatest eclipse the Moon's and
+    // the Sun's diameters within 2% of each other (solar), or its umbral magnitude within
+    // 0.01 of 0 or 1 (lunar). A disagreement of kind is explained only when both sides see
+    // it as borderline. Ours only: a lunar eclipse is a graze when its penumbral magnitude
     // is under 0.02.
     bool borderline = false;
     bool graze = false;
-    // Lunar: the least distance of the Moon from the shadow's centre as a fraction of the
-    // radius of contact, for the penumbral, partial and total pairs of contacts.
+    // The least distance from the centre of the circle of contact as a fraction of its
+    // radius, for the penumbral, partial and total pairs of contacts: lunar, the Moon from
+    // the shadow's centre; solar, the shadow axis from the Earth's centre.
     double chordRatio[3] = {0, 0, 0};
 };
 
@@ -90,6 +94,10 @@ void Our_Eclipses(std::vector<Found>& solar, std::vector<Found>& lunar) {
             if (r.IsNewMoon != 0) {
                 const EclipseInstant& m = table.Instants[i][kInstantMaximum];
                 f.borderline = std::fabs(m.Moon.Distance - m.UmbraVertex) < eclipse::EarthRadius;
+                const double R = eclipse::EarthRadius;
+                f.chordRatio[0] = m.AxisDistance / (m.PenumbraRadius + R);
+                f.chordRatio[1] = m.AxisDistance / (m.UmbraRadius + R);
+                f.chordRatio[2] = m.AxisDistance / (R - m.UmbraRadius);
                 solar.push_back(f);
                 continue;
             }
@@ -134,9 +142,9 @@ double Swe_Gamma(double jdUT) {
 
 // Every eclipse from 1900 to 2100 by the reference's search `when` (solar or lunar):
 // `contactSlots` names the slots of its times that hold our six contacts (0 for none).
-template <typename When, typename KindOf>
-std::vector<Found> Swe_Search(const When& when, const int (&contactSlots)[6],
-                              const KindOf& kindOf) {
+template <typename When, typename KindOf, typename Borderline>
+std::vector<Found> Swe_Search(const When& when, const int (&contactSlots)[6], const KindOf& kindOf,
+                              const Borderline& borderline) {
     std::vector<Found> out;
     double t = swe_julday(1900, 1, 1, 0.0, SE_GREG_CAL);
     const double end = swe_julday(2101, 1, 1, 0.0, SE_GREG_CAL);
@@ -150,6 +158,7 @@ std::vector<Found> Swe_Search(const When& when, const int (&contactSlots)[6],
             if (contactSlots[k] != 0) f.contacts[k] = Swe_TT(tret[contactSlots[k]]);
         f.kind = kindOf(type);
         f.gamma = Swe_Gamma(tret[0]);
+        f.borderline = borderline(tret[0]);
         out.push_back(f);
         t = tret[0] + 20.0;
     }
@@ -167,7 +176,13 @@ std::vector<Found> Swe_Solar() {
                : (type & SE_ECL_ANNULAR)     ? Kind::Annular
                                              : Kind::Partial;
     };
-    return Swe_Search(when, {2, 3, 4, 5, 0, 0}, kind);
+    const auto borderline = [](double jdUT) {
+        double geopos[10], attr[20];
+        char err[256];
+        swe_sol_eclipse_where(jdUT, SEFLG_SWIEPH, geopos, attr, err);
+        return std::fabs(attr[1] - 1.0) < 0.02;  // the ratio of the diameters
+    };
+    return Swe_Search(when, {2, 3, 4, 5, 0, 0}, kind, borderline);
 }
 
 std::vector<Found> Swe_Lunar() {
@@ -180,7 +195,13 @@ std::vector<Found> Swe_Lunar() {
                : (type & SE_ECL_PARTIAL) ? Kind::Partial
                                          : Kind::Penumbral;
     };
-    return Swe_Search(when, {6, 7, 2, 3, 4, 5}, kind);
+    const auto borderline = [](double jdUT) {
+        double geopos[3] = {0, 0, 0}, attr[20];
+        char err[256];
+        swe_lun_eclipse_how(jdUT, SEFLG_SWIEPH, geopos, attr, err);
+        return std::fabs(attr[0]) < 0.01 || std::fabs(attr[0] - 1.0) < 0.01;  // umbral
+    };
+    return Swe_Search(when, {6, 7, 2, 3, 4, 5}, kind, borderline);
 }
 
 struct Comparison {
@@ -191,6 +212,12 @@ struct Comparison {
     // the radius of contact), where a small difference of shadow size moves the time little.
     double worstContact[6] = {0, 0, 0, 0, 0, 0};
     double worstChordContact = 0.0;
+    // Lunar contacts: how many were compared, how many lie on grazing chords, how many of
+    // those are beyond three minutes; and the mean lead of the reference's contacts (its
+    // ingress earlier, its egress later), which is positive when its shadow is the larger.
+    int contactsCompared = 0, grazingChords = 0, grazingBeyond = 0;
+    double leadSum[3] = {0, 0, 0};
+    int leadCount[3] = {0, 0, 0};
     std::vector<std::string> disagreements;
 };
 
@@ -224,19 +251,33 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
             if (o.contacts[k] == 0.0 || r.contacts[k] == 0.0) continue;
             const double d = std::fabs(o.contacts[k] - r.contacts[k]);
             c.worstContact[k] = std::max(c.worstContact[k], d);
-            if (!solar && o.chordRatio[k / 2] <= 0.9)
+            if (solar) {
+                if (o.chordRatio[k / 2] <= 0.9)
+                    c.worstChordContact = std::max(c.worstChordContact, d);
+                continue;
+            }
+            ++c.contactsCompared;
+            c.leadSum[k / 2] +=
+                k % 2 == 0 ? o.contacts[k] - r.contacts[k] : r.contacts[k] - o.contacts[k];
+            ++c.leadCount[k / 2];
+            if (o.chordRatio[k / 2] <= 0.9) {
                 c.worstChordContact = std::max(c.worstChordContact, d);
+            } else {
+                ++c.grazingChords;
+                if (d >= 3.0 * kMinute) ++c.grazingBeyond;
+            }
         }
         if (solar) c.worstGamma = std::max(c.worstGamma, std::fabs(o.gamma - r.gamma));
         if (o.kind == r.kind) {
             ++c.kindAgree;
             continue;
         }
-        if (!o.borderline) ++c.unexplained;
+        const bool borderline = o.borderline && r.borderline;
+        if (!borderline) ++c.unexplained;
         char buf[200];
         std::snprintf(buf, sizeof buf, "%s ours %s, reference %s, gamma %.4f%s",
                       Date_Of(r.max).c_str(), o.text.c_str(), Kind_Name(r.kind), o.gamma,
-                      o.borderline ? " (borderline)" : "");
+                      borderline ? " (borderline on both sides)" : "");
         c.disagreements.push_back(buf);
     }
     for (size_t i = 0; i < ours.size(); ++i) {
@@ -263,6 +304,15 @@ void Report(const char* what, const Comparison& c) {
     if (c.worstChordContact > 0.0)
         std::printf("; all but grazing chords %.1f", c.worstChordContact * 86400.0);
     std::printf("\n");
+    if (c.contactsCompared > 0)
+        std::printf(
+            "  %d contacts compared; %d on grazing chords (least distance above 0.9 of the "
+            "contact radius), %d of them beyond 3 min; the reference's contacts lead ours on "
+            "average by: penumbral %.1f s, partial %.1f s, total %.1f s\n",
+            c.contactsCompared, c.grazingChords, c.grazingBeyond,
+            c.leadSum[0] / std::max(1, c.leadCount[0]) * 86400.0,
+            c.leadSum[1] / std::max(1, c.leadCount[1]) * 86400.0,
+            c.leadSum[2] / std::max(1, c.leadCount[2]) * 86400.0);
     for (const std::string& d : c.disagreements) std::printf("  %s\n", d.c_str());
 }
 
