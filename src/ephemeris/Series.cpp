@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <string>
 
 namespace kelmoran {
 
@@ -271,14 +272,25 @@ PlanetSeries::PlanetSeries(int body)
     : body_(body),
       full_(VsopBody::Load(Blob_Of(body))),
       reduced_(full_.Truncated(kReducedSpan, kPlanetReduction[body - body::Mercury].Angle(),
-                               kPlanetReduction[body - body::Mercury].Radius())) {}
+                               kPlanetReduction[body - body::Mercury].Radius())),
+      corrections_(ChebyshevTable::Load(std::string(Blob_Of(body)) + "_corrections")) {}
+
+void PlanetSeries::Correct(double tau, double& L, double& B, double& R) const {
+    double dL, dB, dR;
+    corrections_.Evaluate_Within(tau, dL, dB, dR);
+    L = Reduce_Angle(L + dL);
+    B += dB;
+    R += dR;
+}
 
 void PlanetSeries::PlaceReduced(double tau, double& L, double& B, double& R) const {
     reduced_.Evaluate(tau, L, B, R);
+    Correct(tau, L, B, R);
 }
 
 void PlanetSeries::PlaceFull(double tau, double& L, double& B, double& R) const {
     full_.Evaluate(tau, L, B, R);
+    Correct(tau, L, B, R);
 }
 
 // ---- PlutoSeries ----
