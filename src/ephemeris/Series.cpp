@@ -188,8 +188,10 @@ void EarthSeries::Earth_LBR(SeriesAccuracy accuracy, double tau, double& L, doub
 }
 
 void EarthSeries::SunJ2000(double tau, double& x, double& y, double& z) const {
+    // The reduced series holds only over the span it was cut for: beyond, the terms it
+    // drops grow with the powers of tau (40" by 2000 BC), so the full series serves there.
     double L, B, R;
-    Earth_LBR(kAccuracyReduced, tau, L, B, R);
+    Earth_LBR(std::fabs(tau) <= kReducedSpan ? kAccuracyReduced : kAccuracyFull, tau, L, B, R);
     x = -R * std::cos(B) * std::cos(L);
     y = -R * std::cos(B) * std::sin(L);
     z = -R * std::sin(B);
