@@ -351,6 +351,17 @@ TEST_F(SeriesTest, ReducedSeriesStayWithinOneArcsecondOfTheFull) {
         RecordProperty("reduced_helio_arcsec_" + std::to_string(planet), std::to_string(helio));
         RecordProperty("reduced_geo_arcsec_" + std::to_string(planet), std::to_string(geo));
     }
+    // The Sun as the program shows it.
+    double sun = 0.0;
+    For_Dates(1800, 2200, 1500, [&](double tau) {
+        double lon0 = tau * 10.0, lat0 = kAccuracyFull, d0, lon1 = tau * 10.0,
+               lat1 = kAccuracyReduced, d1;
+        earth.SunPlace(lon0, lat0, d0);
+        earth.SunPlace(lon1, lat1, d1);
+        sun = std::fmax(sun, Separation(lon0, lat0, lon1, lat1));
+    });
+    EXPECT_LT(sun, 1.0);
+    std::printf("Sun level 1 against level 0 from 1800 to 2200: %.2f\"\n", sun);
     // Outside the years the reduced series were cut for, accuracy 1 is the full series.
     for (double year : {-2000.0, 1000.0, 1799.0, 2201.0, 3000.0}) {
         const double tau = Tau_Of_Year(year);
