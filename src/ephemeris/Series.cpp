@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <string>
 
 namespace kelmoran {
 
@@ -34,9 +35,17 @@ SeriesAccuracy Level_Of(double accuracy) {
 // distance / mean distance from the Sun for a term of L or B. The Earth's own terms use the
 // least distance of any body from it (Venus, 0.26 AU). Measured against the full series at
 // 1,500 dates from 1800 to 2200, the largest differences are 0.43" heliocentric and 0.46"
-// geocentric (Saturn), with 3,526 of the 31,577 terms: about a ninth of the cost.
+// geocentric (Saturn), with 3,526 of the 31,577 terms: about a ninth of the cost (the
+// benchmark of the ten bodies' places, bench/places.cpp, runs some twelve times faster at
+// accuracy 1 than at 0).
+// Outside those years the dropped terms grow with the powers of tau (Saturn's to 400" by
+// 2000 BC, the Earth's to 100"), so there accuracy 1 is the full series.
 constexpr double kReducedSpan = 0.2;
 constexpr double kReducedAngle = 1.0e-7;  // 0.02"
+
+bool Within_Reduced_Span(double tau) {
+    return std::fabs(tau) <= kReducedSpan;
+}
 
 struct Reduction {
     double leastDistance;  // from the Earth, AU
@@ -117,16 +126,21 @@ void Ecliptic_Of_Date_To_J2000(double T, double& x, double& y, double& z) {
 
 // ---- The Moon ----
 //
-// Truncations of ELP/MPP02 (bounds on amplitude x 2^p, p the power of T, which is the
-// largest size of a term from 1800 to 2200): accuracy 1 keeps terms from 0.003" in
-// longitude and latitude and 3 m in distance, accuracy 2 from 1" and 1 km. Measured
-// against the full series at 400 dates from 1800 to 2200: accuracy 1 within 0.16",
-// accuracy 2 within 10" (2,087 and 162 of the 35,901 terms).
+// Truncations of ELP/MPP02 (bounds on amplitude x span^p, p the power of T, which is the
+// largest size of a term over that many centuries about J2000.0): accuracy 1 keeps terms
+// from 0.003" in longitude and latitude and 3 m in distance over 2 centuries (1800 to
+// 2200), accuracy 2 from 1" and 1 km over 40 centuries, so that the searches that run on
+// it hold at every date. Measured against the full series from 1800 to 2200: accuracy 1
+// within 0.16", accuracy 2 within 10" (2,087 and 195 of the 35,901 terms, about a
+// seventeenth and a two-hundredth of the cost); over years -9999 to 9999, accuracy 1
+// within 30", accuracy 2 within 30" (with 162 terms cut over 2 centuries alone it would
+// be 190" out at 10000 BC).
 constexpr double kMoonSpan = 2.0;
 constexpr double kMoonReducedAngle = 0.003;
 constexpr double kMoonReducedKm = 0.003;
 constexpr double kMoonFastAngle = 1.0;
 constexpr double kMoonFastKm = 1.0;
+constexpr double kMoonFastSpan = 40.0;
 
 // The Moon's longitude is carried from the departure point of J2000.0 to the mean equinox
 // of date by the same precession in longitude as the Earth's series (kPrecessionLongitude,
@@ -168,7 +182,7 @@ EarthSeries::EarthSeries()
 
 void EarthSeries::Earth_LBR(SeriesAccuracy accuracy, double tau, double& L, double& B,
                             double& R) const {
-    if (accuracy <= kAccuracyFull) {
+    if (accuracy <= kAccuracyFull || (accuracy == kAccuracyReduced && !Within_Reduced_Span(tau))) {
         full_.Evaluate(tau, L, B, R);
     } else if (accuracy == kAccuracyReduced) {
         reduced_.Evaluate(tau, L, B, R);
@@ -230,7 +244,7 @@ MoonSeries& MoonSeries::Instance() {
 MoonSeries::MoonSeries()
     : full_(ElpMoon::Load()),
       reduced_(full_.Truncated(kMoonSpan, kMoonReducedAngle, kMoonReducedKm)),
-      fast_(full_.Truncated(kMoonSpan, kMoonFastAngle, kMoonFastKm)) {}
+      fast_(full_.Truncated(kMoonFastSpan, kMoonFastAngle, kMoonFastKm)) {}
 
 void MoonSeries::MoonPlace(double& lon, double& lat, double& dist) const {
     const double T = lon;
@@ -271,14 +285,25 @@ PlanetSeries::PlanetSeries(int body)
     : body_(body),
       full_(VsopBody::Load(Blob_Of(body))),
       reduced_(full_.Truncated(kReducedSpan, kPlanetReduction[body - body::Mercury].Angle(),
-                               kPlanetReduction[body - body::Mercury].Radius())) {}
+                               kPlanetReduction[body - body::Mercury].Radius())),
+      corrections_(ChebyshevTable::Load(std::string(Blob_Of(body)) + "_corrections")) {}
+
+void PlanetSeries::Correct(double tau, double& L, double& B, double& R) const {
+    double dL, dB, dR;
+    corrections_.Evaluate_Within(tau, dL, dB, dR);
+    L = Reduce_Angle(L + dL);
+    B += dB;
+    R += dR;
+}
 
 void PlanetSeries::PlaceReduced(double tau, double& L, double& B, double& R) const {
-    reduced_.Evaluate(tau, L, B, R);
+    (Within_Reduced_Span(tau) ? reduced_ : full_).Evaluate(tau, L, B, R);
+    Correct(tau, L, B, R);
 }
 
 void PlanetSeries::PlaceFull(double tau, double& L, double& B, double& R) const {
     full_.Evaluate(tau, L, B, R);
+    Correct(tau, L, B, R);
 }
 
 // ---- PlutoSeries ----

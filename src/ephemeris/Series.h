@@ -38,15 +38,17 @@ inline constexpr int FirstStar = 12;
 
 // The Earth (VSOP87 version D, heliocentric, ecliptic and equinox of date, the equinox
 // moving by Laskar's 1986 precession). Accuracy from 1800 to 2200 against the JPL-based
-// Swiss Ephemeris: 0.15" at accuracy 0 and 1; the five-term head of accuracy 2 is within
-// 40". Accuracy 1 keeps about a seventh of the Earth's terms.
+// Swiss Ephemeris: 0.15" at accuracy 0 and 1; the five-term head of accuracy 2 leaves out
+// terms of up to 72" (the largest, the third of L0). Accuracy 1 keeps about a seventh of
+// the Earth's terms from 1800 to 2200 and is the full series outside those years.
 class EarthSeries {
   public:
     static EarthSeries& Instance();
 
     // The Sun's geometric geocentric rectangular coordinates, mean equator and equinox of
-    // J2000.0, AU, at `tau`: the reduced series rotated by the precession of the ecliptic.
-    // Within 0.2" from 1800 to 2200 and 250" from 4000 BC to AD 8000.
+    // J2000.0, AU, at `tau`: the series of accuracy 1 rotated by the precession of the
+    // ecliptic. Within 0.2" from 1800 to 2200, 20" from 4000 BC to AD 8000 and 500" at
+    // 10000 BC, where the precession polynomials part from the integration.
     void SunJ2000(double tau, double& x, double& y, double& z) const;
     // The Earth's heliocentric rectangular coordinates, ecliptic of date, AU, at `t`;
     // accuracy 0 the full series, 1 the reduced one, 2 the five-term head of the Sun's
@@ -87,10 +89,15 @@ class MoonSeries {
 };
 
 // One planet (bodies 4 .. 10), VSOP87 version D: heliocentric L (0 .. 2π), B (radians,
-// ecliptic and equinox of date) and R (AU) at `tau`. From 1800 to 2200 within 0.3" of the
-// Swiss Ephemeris for Mercury to Mars, 0.7" for Jupiter and Saturn, 2" for Uranus and
-// 3.5" for Neptune (the series' own error); the reduced series stay within 0.5" of the
-// full ones, heliocentric and as seen from the Earth, at about a ninth of the cost.
+// ecliptic and equinox of date) and R (AU) at `tau`. For Mars to Neptune the series carries
+// a table of corrections fitted to the Swiss Ephemeris files (JPL's long integration; see
+// tools/vsop_corrections), added at both levels: VSOP87 alone is within 1" of the
+// integration for a few centuries only (3.5" for Neptune and 2" for Uranus by 1800, 50" to
+// 100" for Jupiter to Neptune by 2000 BC, degrees for Jupiter and Saturn by 10000 BC).
+// With them, heliocentric, within 0.7" from 2000 BC to AD 3000 and 30" over years -10000
+// to 10000 (Mars: 4000 BC to AD 6000, 7"). The reduced series stay within 0.5" of the full
+// ones from 1800 to 2200, heliocentric and as seen from the Earth, at about a ninth of the
+// cost; outside those years accuracy 1 is the full series.
 class PlanetSeries {
   public:
     // The object of body 4 .. 10; any other number gives Mercury's.
@@ -101,9 +108,12 @@ class PlanetSeries {
 
   private:
     explicit PlanetSeries(int body);
+    // Adds the table's corrections at tau and reduces L to 0 .. 2π.
+    void Correct(double tau, double& L, double& B, double& R) const;
     int body_;
     VsopBody full_;
     VsopBody reduced_;
+    ChebyshevTable corrections_;  // empty for Mercury and Venus
 };
 
 // Pluto: heliocentric geometric L (0 .. 2π), B (radians, ecliptic and equinox of J2000.0)

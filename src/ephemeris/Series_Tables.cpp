@@ -1,7 +1,8 @@
 // Evaluation of the built-in long-series tables. The tables are written by
 // tools/long_series (VSOP87 version D, Bretagnon and Francou 1988; ELP/MPP02, Chapront and
 // Francou 2002, both as published in the npm package astronomia 4.2.0) and tools/pluto
-// (a Chebyshev fit to the Swiss Ephemeris files); their layouts are described there.
+// (a Chebyshev fit to the Swiss Ephemeris files) and tools/vsop_corrections (Chebyshev fits
+// of the planets' series to the same files); their layouts are described there.
 #include "ephemeris/Series_Tables.h"
 
 #include <cmath>
@@ -182,6 +183,14 @@ ChebyshevTable ChebyshevTable::Load(std::string_view blobName) {
     table.coefficients.resize(total);
     for (double& c : table.coefficients) c = in.F64();
     return table;
+}
+
+void ChebyshevTable::Evaluate_Within(double tau, double& x, double& y, double& z) const {
+    if (tau >= tau0 && tau <= tau0 + span * count) {
+        Evaluate(tau, x, y, z);
+    } else {
+        x = y = z = 0.0;
+    }
 }
 
 void ChebyshevTable::Evaluate(double tau, double& x, double& y, double& z) const {

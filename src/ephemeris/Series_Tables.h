@@ -85,7 +85,9 @@ struct ElpMoon {
     std::size_t Count() const { return vur[0].Count() + vur[1].Count() + vur[2].Count(); }
 };
 
-// Chebyshev segments of a body's heliocentric rectangular place (data/pluto.bin).
+// Chebyshev segments of three coordinates: Pluto's heliocentric rectangular place
+// (data/pluto.bin), or the corrections in L, B, R of a planet's long series
+// (data/vsop87d_<planet>_corrections.bin).
 struct ChebyshevTable {
     double tau0 = 0.0;  // start, Julian millennia of TT from J2000.0
     double span = 1.0;  // length of a segment, millennia
@@ -97,6 +99,8 @@ struct ChebyshevTable {
     // x, y, z in AU at tau; dates outside the table take its nearest end. With no table,
     // all three are 0.
     void Evaluate(double tau, double& x, double& y, double& z) const;
+    // The same inside the table's years; 0, 0, 0 outside them (and with no table).
+    void Evaluate_Within(double tau, double& x, double& y, double& z) const;
 };
 
 }  // namespace kelmoran

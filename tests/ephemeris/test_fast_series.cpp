@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <vector>
 
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Moon.h"
 #include "ephemeris/Planets.h"
+#include "ephemeris/Series_Tables.h"
 #include "ephemeris/Sun.h"
 #include "swe_reference.h"
 
@@ -149,6 +151,67 @@ TEST(PlanetFast, NamedRoutinesAndPublishedLeadingTerms) {
     }
     // Any number outside 4 .. 10 reads as Mercury.
     EXPECT_EQ(Planet_R_Fast(99, 0.01), Mercury_R_Fast(0.01));
+}
+
+// Sum of the `count` largest terms (by |A|) of series p of a coordinate of the full
+// VSOP87 table, times tau^p: what a fast series that keeps those terms must give.
+double Largest_Terms(const VsopCoordinate& c, int p, int count, double tau) {
+    std::vector<const double*> terms;
+    for (uint32_t i = c.start[p]; i < c.start[p + 1]; ++i) terms.push_back(&c.terms[3 * i]);
+    std::stable_sort(terms.begin(), terms.end(), [](const double* a, const double* b) {
+        return std::fabs(a[0]) > std::fabs(b[0]);
+    });
+    double sum = 0.0;
+    for (int i = 0; i < count && i < static_cast<int>(terms.size()); ++i)
+        sum += terms[i][0] * std::cos(terms[i][1] + terms[i][2] * tau);
+    return sum * std::pow(tau, p);
+}
+
+TEST(PlanetFast, EachSeriesKeepsItsLargestPublishedTerms) {
+    // Terms kept in L0, L1, L2, B0, B1, R0, R1, a constant term counted among them: a
+    // mistyped coefficient, a missing or extra term shows as a difference from the sum of
+    // the same number of the largest terms of the full published series.
+    struct Case {
+        int body;
+        const char* table;
+        int counts[7];
+    };
+    const Case cases[] = {
+        {body::Mercury, "vsop87d_mercury", {6, 5, 1, 6, 3, 5, 2}},
+        {body::Venus, "vsop87d_venus", {3, 2, 0, 1, 1, 2, 0}},
+        {body::Mars, "vsop87d_mars", {3, 3, 0, 4, 1, 4, 3}},
+        {body::Jupiter, "vsop87d_jupiter", {3, 3, 0, 3, 1, 6, 1}},
+        {body::Saturn, "vsop87d_saturn", {7, 5, 0, 3, 0, 10, 7}},
+        {body::Neptune, "vsop87d_neptune", {3, 1, 0, 1, 1, 11, 1}},
+        {body::Uranus, "vsop87d_uranus", {5, 2, 0, 1, 1, 12, 1}},
+    };
+    for (const Case& c : cases) {
+        const VsopBody full = VsopBody::Load(c.table);
+        ASSERT_GT(full.Count(), 1000u) << c.table;
+        for (double tau = -0.9; tau < 0.9; tau += 0.0731) {
+            double L = 0, B = 0, R = 0;
+            Planet_Fast(c.body, tau, L, B, R);
+            double l = 0, b = 0, r = 0;
+            for (int p = 0; p < 3; ++p) l += Largest_Terms(full.lbr[0], p, c.counts[p], tau);
+            for (int p = 0; p < 2; ++p) b += Largest_Terms(full.lbr[1], p, c.counts[3 + p], tau);
+            for (int p = 0; p < 2; ++p) r += Largest_Terms(full.lbr[2], p, c.counts[5 + p], tau);
+            EXPECT_NEAR(L, Reduce_2Pi(l), 1e-11) << c.table << " " << tau;
+            EXPECT_NEAR(B, b, 1e-12) << c.table << " " << tau;
+            EXPECT_NEAR(R, r, 1e-12) << c.table << " " << tau;
+        }
+    }
+    // The Earth's head: two terms of L0 and of L1, three of R0, one of R1.
+    const VsopBody earth = VsopBody::Load("vsop87d_earth");
+    for (double tau = -0.9; tau < 0.9; tau += 0.0731) {
+        double L = 0, B = 0, R = 0;
+        Earth_Fast(tau, L, B, R);
+        const double l =
+            Largest_Terms(earth.lbr[0], 0, 2, tau) + Largest_Terms(earth.lbr[0], 1, 2, tau);
+        const double r =
+            Largest_Terms(earth.lbr[2], 0, 3, tau) + Largest_Terms(earth.lbr[2], 1, 1, tau);
+        EXPECT_NEAR(L, Reduce_2Pi(l), 1e-11) << tau;
+        EXPECT_NEAR(R, r, 1e-12) << tau;
+    }
 }
 
 TEST(MoonDistance, AgainstTheSwissEphemeris) {
