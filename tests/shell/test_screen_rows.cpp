@@ -1,0 +1,596 @@
+// The rows of AltAz, Main, Solar Bodies and Moon Phases against the body service, the
+// rise-and-set modules, the phase series and an independent ephemeris.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "almanac/Moon_Events.h"
+#include "almanac/Sun_Events.h"
+#include "almanac/cAlmanac.h"
+#include "eclipses/M_Eclipse.h"
+#include "ephemeris/Bodies.h"
+#include "ephemeris/Moon_Phases.h"
+#include "ephemeris/Time_Calcs.h"
+#include "settings/File_IO.h"
+#include "settings/M_Formatting.h"
+#include "settings/SettingsRecord.h"
+#include "shell/M_Kelmoran.h"
+#include "shell/Screen_Rows.h"
+#include "stars/M_Resources.h"
+#include "voyage/Position_Methods.h"
+#include "voyage/Voyage_Plan.h"
+
+// After the program's headers: the library defines macros such as OK.
+#include <swephexp.h>
+
+namespace kelmoran {
+namespace {
+
+constexpr double kDeg = 1.0 / 57.2957795130823;
+constexpr double kTwoPi = 6.28318530717959;
+
+double Moment(int year, int month, int day, int hour, int minute = 0) {
+    MySystemTime d;
+    d.wYear = static_cast<int16_t>(year);
+    d.wMonth = static_cast<int16_t>(month);
+    d.wDay = static_cast<int16_t>(day);
+    d.wHour = static_cast<int16_t>(hour);
+    d.wMinute = static_cast<int16_t>(minute);
+    return Calc_JD(d, false);
+}
+
+// Degrees and minutes of a cell such as "  45° 30'.2", "-3° 07'.5" or "12° 00'.0 S", as
+// radians (south and a leading minus negative).
+double Parse_Angle(const std::string& cell) {
+    const size_t deg = cell.find("°");
+    if (deg == std::string::npos) return NAN;
+    const std::string head = cell.substr(0, deg);
+    const bool minus = head.find('-') != std::string::npos;
+    const double d = std::stod(head.substr(head.find_first_of("0123456789")));
+    size_t p = deg + 2;
+    while (p < cell.size() && cell[p] == ' ') ++p;
+    const size_t quote = cell.find('\'', p);
+    double m = std::stod(cell.substr(p, quote - p));
+    if (quote + 1 < cell.size() && cell[quote + 1] == '.') {
+        size_t q = quote + 2;
+        std::string tenths;
+        while (q < cell.size() && std::isdigit(static_cast<unsigned char>(cell[q])))
+            tenths += cell[q++];
+        if (!tenths.empty()) m += std::stod("0." + tenths);
+    }
+    double a = (d + m / 60.0) * kDeg;
+    if (minus || cell.find(" S") != std::string::npos) a = -a;
+    return a;
+}
+
+double Arc_Minutes_Between(double a, double b) {
+    return std::fabs(std::remainder(a - b, kTwoPi)) / kDeg * 60.0;
+}
+
+void Observe_From(double latDeg, double lonDeg) {
+    Settings = SettingsRecord{};
+    Settings.ObserverLat = static_cast<float>(latDeg * kDeg);
+    Settings.ObserverLong = static_cast<float>(lonDeg * kDeg);
+    Settings.Pressure = 1010.0f;
+    Settings.Temp = 10.0f;
+    Settings.PositionMethod = kFixPosition;
+    Compute_Derived_Settings();
+    TZ_Bias = 0;
+    Filters = BodyFilters{};
+}
+
+class ScreenRows : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
+        Load_Star_Tables();
+    }
+    static void TearDownTestSuite() { swe_close(); }
+    void SetUp() override { Observe_From(50.0, -5.0); }
+};
+
+// ------------------------------------------------------------------------------ AltAz
+
+// Evening in the Channel: the Sun is down, the stars are out.
+const double kEvening = Moment(2024, 3, 15, 21, 30);
+
+TEST_F(ScreenRows, AltAzMainStarsAndPlanetsAgreeWithTheBodyService) {
+    const AltAzRows rows = AltAz_Rows(kEvening, false);
+    ASSERT_GT(rows.Rows, 7);
+    ASSERT_EQ(rows.Labels.size(), 19u);
+    for (const auto& column : rows.Labels) ASSERT_EQ(column.size(), static_cast<size_t>(rows.Rows));
+    EXPECT_FALSE(rows.DRwarning);
+
+    // Natural order: Sun's upper limb, Moon's upper limb, Mercury .. Saturn, then the
+    // navigational stars brightest first, only those at 10° or more.
+    const std::vector<int32_t> head = {0, 2, 4, 5, 6, 7, 8};
+    for (size_t i = 0; i < head.size(); ++i) EXPECT_EQ(rows.BodyNumbers[i], head[i]);
+    std::set<int32_t> listed;
+    for (int32_t r = 0; r < rows.Rows; ++r) {
+        const int32_t b = rows.BodyNumbers[static_cast<size_t>(r)];
+        EXPECT_EQ(rows.Labels[18][static_cast<size_t>(r)], std::to_string(b));
+        if (r > 7) {
+            EXPECT_GT(b, rows.BodyNumbers[static_cast<size_t>(r) - 1]);
+        }
+        listed.insert(b);
+    }
+    for (int32_t s : MainBodies) {
+        if (s < 12) continue;
+        const bool high = Bodies[s].TrueAlt >= static_cast<float>(10.0 * kDeg);
+        EXPECT_EQ(listed.count(s) == 1, high) << "star " << s;
+    }
+
+    // Every cell is the body's record by its format.
+    for (int32_t r = 0; r < rows.Rows; ++r) {
+        const size_t i = static_cast<size_t>(r);
+        const BodyRecord& b = Bodies[rows.BodyNumbers[i]];
+        const bool below = rows.BodyNumbers[i] < 12 && b.SextantAlt < 0.0f;
+        if (below) {
+            EXPECT_EQ(rows.Labels[3][i], "- ");
+            EXPECT_EQ(rows.Labels[4][i], "- ");
+        } else {
+            EXPECT_NEAR(Parse_Angle(rows.Labels[3][i]), b.SextantAlt, 0.051 * kDeg / 60.0 + 1e-7);
+            EXPECT_NEAR(Parse_Angle(rows.Labels[12][i]), b.TrueAlt, 0.051 * kDeg / 60.0 + 1e-7);
+            EXPECT_EQ(rows.Labels[4][i], Format_Number(b.Azimuth / kDeg, "000°.0 T"));
+        }
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[5][i]), b.GHA), 0.051);
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[6][i]), kTwoPi - b.RA), 0.051);
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[7][i]), b.Dec), 0.051);
+        EXPECT_EQ(rows.Labels[13][i], Format_RA(b.RA, 1, true));
+        if (rows.BodyNumbers[i] > 3) {
+            EXPECT_EQ(rows.Labels[9][i], Format_Number(b.Magnitude, "#0.0"));
+        }
+        if (rows.BodyNumbers[i] >= 12) {
+            EXPECT_EQ(rows.Labels[2][i], b.Names.Name);
+            EXPECT_EQ(rows.Labels[10][i], "0'.0");
+        }
+    }
+    // The Sun is well below the horizon at 21:30 in March.
+    EXPECT_EQ(rows.Labels[3][0], "- ");
+    EXPECT_EQ(rows.Labels[2][0], "Sun's UL");
+}
+
+TEST_F(ScreenRows, AltAzPlanetsAgreeWithTheSwissEphemeris) {
+    const AltAzRows rows = AltAz_Rows(kEvening, false);
+    const std::map<int32_t, int> planets = {{4, SE_MERCURY}, {5, SE_VENUS},  {6, SE_MARS},
+                                            {7, SE_JUPITER}, {8, SE_SATURN}, {2, SE_MOON}};
+    const double ut = kJ2000 + kEvening;
+    const double gast = swe_sidtime(ut) * 15.0 * kDeg;
+    for (int32_t r = 0; r < rows.Rows; ++r) {
+        const auto it = planets.find(rows.BodyNumbers[static_cast<size_t>(r)]);
+        if (it == planets.end()) continue;
+        double xx[6];
+        char err[256] = "";
+        ASSERT_GE(swe_calc_ut(ut, it->second, SEFLG_SWIEPH | SEFLG_EQUATORIAL, xx, err), 0) << err;
+        const double ra = xx[0] * kDeg, dec = xx[1] * kDeg;
+        const size_t i = static_cast<size_t>(r);
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[5][i]), gast - ra), 0.3) << it->first;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[6][i]), kTwoPi - ra), 0.3)
+            << it->first;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[7][i]), dec), 0.3) << it->first;
+    }
+}
+
+TEST_F(ScreenRows, AltAzAltitudeTitleAndFilters) {
+    EXPECT_EQ(Altitude_Title().Long, "Apparent Altitude");
+    Settings.HtOfEye = 3.0f;
+    EXPECT_EQ(Altitude_Title().Short, "Obs. Alt.");
+    Settings.IndexError = -1.5f;
+    EXPECT_EQ(Altitude_Title().Long, "Sextant Altitude");
+    Compute_Derived_Settings();
+
+    // Without the 10° filter the stars below the horizon come too, and the Sun shows its
+    // negative altitude.
+    const AltAzRows high = AltAz_Rows(kEvening, false);
+    Filters.AboveTenOnly = 0;
+    const AltAzRows all = AltAz_Rows(kEvening, false);
+    EXPECT_EQ(all.Rows, 7 + kMainStarCount);
+    EXPECT_GT(all.Rows, high.Rows);
+    EXPECT_EQ(all.Labels[3][0].substr(0, 1), "-");
+    EXPECT_LT(Parse_Angle(all.Labels[3][0]), 0.0);
+
+    // The limbs and the minor planets.
+    Filters.SunLowerLimb = -1;
+    Filters.MoonLowerLimb = -1;
+    Filters.MinorPlanets = -1;
+    const AltAzRows limbs = AltAz_Rows(kEvening, false);
+    EXPECT_EQ(limbs.BodyNumbers[0], 1);
+    EXPECT_EQ(limbs.BodyNumbers[1], 3);
+    EXPECT_EQ(limbs.Labels[2][1], "Moon");
+    EXPECT_EQ(limbs.Rows, all.Rows + 3);
+    EXPECT_EQ(limbs.BodyNumbers[9], 11);
+    // The two limbs of the Moon differ by twice its semi-diameter.
+    const double upper = Parse_Angle(all.Labels[12][1]) - Parse_Angle(all.Labels[3][1]);
+    const double lower = Parse_Angle(limbs.Labels[12][1]) - Parse_Angle(limbs.Labels[3][1]);
+    const double sd = Parse_Angle("0° " + limbs.Labels[10][1]);
+    EXPECT_NEAR(std::fabs(lower - upper), 2.0 * sd, 0.25 * kDeg / 60.0);
+}
+
+TEST_F(ScreenRows, AltAzSortAndRestore) {
+    Filters.AboveTenOnly = 0;
+    const AltAzRows rows = AltAz_Rows(kEvening, false);
+    for (int32_t column : {2, 3, 4, 7, 9, 12}) {
+        for (bool ascending : {true, false}) {
+            const std::vector<int32_t> order = AltAz_Sort(rows, column, ascending);
+            ASSERT_EQ(order.size(), static_cast<size_t>(rows.Rows));
+            std::vector<int32_t> sorted = order;
+            std::sort(sorted.begin(), sorted.end());
+            for (int32_t i = 0; i < rows.Rows; ++i) ASSERT_EQ(sorted[static_cast<size_t>(i)], i);
+            for (size_t k = 1; k < order.size(); ++k) {
+                const size_t a = static_cast<size_t>(order[k - 1]),
+                             b = static_cast<size_t>(order[k]);
+                if (column == 2) {
+                    const auto& n = rows.Labels[2];
+                    EXPECT_TRUE(ascending ? n[a] <= n[b] : n[a] >= n[b]) << n[a] << " / " << n[b];
+                } else if (column == 3 || column == 12) {
+                    const double x = Parse_Angle(rows.Labels[column][a]);
+                    const double y = Parse_Angle(rows.Labels[column][b]);
+                    EXPECT_TRUE(ascending ? x <= y + 1e-9 : x >= y - 1e-9) << column;
+                } else {
+                    const auto& key = rows.SortKeys[static_cast<size_t>(column)];
+                    EXPECT_TRUE(ascending ? key[a] <= key[b] : key[a] >= key[b]) << column;
+                }
+            }
+        }
+    }
+    // The brightest by magnitude are the Sun and the Moon.
+    const std::vector<int32_t> bright = AltAz_Sort(rows, 9, true);
+    EXPECT_EQ(rows.BodyNumbers[static_cast<size_t>(bright[0])], 0);
+    EXPECT_EQ(rows.BodyNumbers[static_cast<size_t>(bright[1])], 2);
+    // "Restore Order" is the natural order.
+    const std::vector<int32_t> natural = AltAz_Sort(rows, -1, true);
+    for (int32_t i = 0; i < rows.Rows; ++i) EXPECT_EQ(natural[static_cast<size_t>(i)], i);
+}
+
+TEST_F(ScreenRows, AltAzByPointAndConstellation) {
+    Filters.AboveTenOnly = 0;
+    const AltAzRows main = AltAz_Rows(kEvening, false);
+    // A bright star well up: its altitude and azimuth as the centre of mode 4, its SHA and
+    // Dec as the centre of mode 3; either finds it, and lists no Sun, Moon or planet.
+    int32_t star = 0;
+    for (int32_t b : main.BodyNumbers)
+        if (b >= 12 && Bodies[b].TrueAlt > 30.0 * kDeg) {
+            star = b;
+            break;
+        }
+    ASSERT_GE(star, 12);
+    Filters.BodyFilterMode = 4;
+    Filters.CentreA = Bodies[star].TrueAlt;
+    Filters.CentreB = Bodies[star].Azimuth;
+    const AltAzRows byAltAz = AltAz_Rows(kEvening, false);
+    ASSERT_GE(byAltAz.Rows, 1);
+    EXPECT_NE(std::find(byAltAz.BodyNumbers.begin(), byAltAz.BodyNumbers.end(), star),
+              byAltAz.BodyNumbers.end());
+    for (int32_t r = 0; r < byAltAz.Rows; ++r) {
+        EXPECT_GE(byAltAz.BodyNumbers[static_cast<size_t>(r)], 12);
+        EXPECT_LE(std::stod(byAltAz.Labels[17][static_cast<size_t>(r)]), 10.0);
+    }
+
+    Filters.BodyFilterMode = 3;
+    Filters.CentreA = static_cast<float>(kTwoPi - Bodies[star].RA);
+    Filters.CentreB = static_cast<float>(Bodies[star].Dec);
+    const AltAzRows bySha = AltAz_Rows(kEvening, false);
+    const auto at = std::find(bySha.BodyNumbers.begin(), bySha.BodyNumbers.end(), star);
+    ASSERT_NE(at, bySha.BodyNumbers.end());
+    EXPECT_EQ(bySha.Labels[17][static_cast<size_t>(at - bySha.BodyNumbers.begin())], "0'.0");
+
+    // Mode 4 at a point with no star within a degree: an empty table.
+    Filters.BodyFilterMode = 4;
+    bool tried = false;
+    for (int k = 0; k < 40 && !tried; ++k) {
+        Filters.CentreA = static_cast<float>((-60.0 + 3.0 * k) * kDeg);
+        Filters.CentreB = static_cast<float>((17.0 + 37.0 * k) * kDeg);
+        Filters.LimitRadius = 600;
+        if (AltAz_Rows(kEvening, false).Rows != 0) continue;
+        Filters.LimitRadius = 10;
+        const AltAzRows none = AltAz_Rows(kEvening, false);
+        EXPECT_EQ(none.Rows, 0);
+        for (const auto& column : none.Labels) EXPECT_TRUE(column.empty());
+        tried = true;
+    }
+    EXPECT_TRUE(tried);
+
+    // A constellation lists its designated stars and nothing else.
+    Filters.BodyFilterMode = 2;
+    Filters.ConstelChoice = 56;
+    const AltAzRows constel = AltAz_Rows(kEvening, false);
+    size_t expected = 0;
+    for (int32_t s : Constellation_Stars[56].Stars) {
+        if (s == 0) break;
+        if (s >= 12 && s <= Catalogue_Upper()) ++expected;
+    }
+    EXPECT_EQ(static_cast<size_t>(constel.Rows), expected);
+    for (int32_t b : constel.BodyNumbers) EXPECT_EQ(Bodies[b].Names.Constellation, 56);
+}
+
+TEST_F(ScreenRows, AltAzCatalogueNumbers) {
+    const AltAzRows rows = AltAz_Rows(kEvening, true);
+    if (HD_Numbers.empty()) GTEST_SKIP() << "no HD number table in the data folders";
+    int checked = 0;
+    for (int32_t r = 0; r < rows.Rows; ++r) {
+        const int32_t b = rows.BodyNumbers[static_cast<size_t>(r)];
+        const std::string& hd = rows.Labels[14][static_cast<size_t>(r)];
+        if (b < 12 || hd.empty()) continue;
+        EXPECT_EQ(Star_Of_HD(std::stoi(hd)), b);
+        ++checked;
+    }
+    EXPECT_GT(checked, 5);
+}
+
+// ------------------------------------------------------------------------------- Main
+
+const double kSummerDay = Moment(2023, 6, 21, 10, 0);
+
+std::map<std::string, std::string> Values(const std::vector<MainLine>& lines) {
+    std::map<std::string, std::string> m;
+    for (const MainLine& l : lines)
+        if (!m.count(l.Label)) m[l.Label] = l.Value;
+    return m;
+}
+
+TEST_F(ScreenRows, MainDayAndMoonMatchTheCoreCalculations) {
+    Settings.HtOfEye = 2.0f;
+    Compute_Derived_Settings();
+    TZ_Bias = 60;
+    const MainPage page = Main_Rows(kSummerDay, false);
+    EXPECT_FALSE(page.DRwarning);
+
+    std::vector<std::string> labels;
+    for (const MainLine& l : page.Day) labels.push_back(l.Label);
+    const std::vector<std::string> expected = {"Position",
+                                               "Variation ",
+                                               "Magnetic Dip",
+                                               "Morning Twighlights Start",
+                                               "Astronomical",
+                                               "Nautical",
+                                               "Civil",
+                                               "Sunrise",
+                                               "Aries @ 12:00",
+                                               "Mer.Pass.",
+                                               "Mer. Pass. (Obs. Alt.)",
+                                               "Sunset",
+                                               "Evening Twilights End",
+                                               "Civil",
+                                               "Nautical",
+                                               "Astronomical"};
+    EXPECT_EQ(labels, expected);
+
+    const Sun_Row sun = Main_Sun_Rows(kSummerDay, 60, false);
+    const std::vector<size_t> at = {4, 5, 6, 7, 9, 11, 13, 14, 15};
+    for (size_t k = 0; k < at.size(); ++k)
+        EXPECT_EQ(page.Day[at[k]].Value, sun[k]) << labels[at[k]];
+    // At 50°N on midsummer's day astronomical twilight never ends.
+    EXPECT_EQ(page.Day[4].Value, kNoEvent);
+    EXPECT_NE(page.Day[7].Value, kNoEvent);
+
+    // Meridian altitude of the Sun's upper limb: the observed altitude of the body service
+    // at the passage, near 90° - 50° + 23°.4 + 16'.
+    const Sun_Sample& noon = Sun_Day.Sun_Noon;
+    AltAzResult a;
+    Calc_AltAz(a, 0, Settings.ObserverLat, Settings.ObserverLong, noon.Place);
+    EXPECT_NEAR(Parse_Angle(page.Day[10].Value), a.SextantAlt, 0.051 / 60.0 * kDeg);
+    EXPECT_NEAR(Parse_Angle(page.Day[10].Value), (63.44 + 0.27) * kDeg, 0.1 * kDeg);
+
+    // Aries at 12:00 zone time, that is 11:00 UT.
+    const double ariesUT = Moment(2023, 6, 21, 11, 0);
+    EXPECT_LT(Arc_Minutes_Between(Parse_Angle(page.Day[8].Value),
+                                  swe_sidtime(kJ2000 + ariesUT) * 15.0 * kDeg),
+              0.2);
+
+    const Moon_Rows_Result moon = Moon_Rows(kSummerDay, 60, false);
+    ASSERT_GE(page.Moon.size(), 8u);
+    EXPECT_EQ(page.Moon[0].Label, moon.Titles[0]);
+    EXPECT_EQ(page.Moon[0].Value, moon.Texts[0]);
+    EXPECT_EQ(page.Moon[1].Label, moon.Titles[1]);
+    EXPECT_EQ(page.Moon[1].Value, moon.Texts[1]);
+    EXPECT_EQ(page.Moon[2].Value, moon.Passage_Time_Text);
+    EXPECT_EQ(page.Moon[3].Label, moon.Passage_Title);
+    EXPECT_EQ(page.Moon[3].Value, moon.Passage_Alt_Text);
+    const auto v = Values(page.Moon);
+    EXPECT_EQ(v.at("Age"), Format_Number(Moon_Age_At(moon.Passage_Time), "#0") + " d");
+    // Three days after the New Moon of 18 June: a thin crescent.
+    EXPECT_EQ(v.at("Age"), "3 d");
+    const int lit = std::stoi(v.at("Phase"));
+    EXPECT_GT(lit, 3);
+    EXPECT_LT(lit, 25);
+
+    // The phases either side: consecutive in the order of a lunation, a quarter apart.
+    const std::vector<std::string> names = {"New Moon", "First Quarter", "Full Moon",
+                                            "Last Quarter"};
+    int prev = -1, next = -1;
+    for (int p = 0; p < 4; ++p) {
+        if (v.count("Previous " + names[p])) prev = p;
+        if (v.count("Next " + names[p])) next = p;
+    }
+    EXPECT_EQ(prev, 0);
+    EXPECT_EQ(next, 1);
+}
+
+TEST_F(ScreenRows, MainSecondsAndThePositionRows) {
+    const MainPage plain = Main_Rows(kSummerDay, false);
+    const MainPage seconds = Main_Rows(kSummerDay, true);
+    ASSERT_EQ(plain.Day.size(), seconds.Day.size());
+    EXPECT_EQ(plain.Day[7].Value.size() + 3, seconds.Day[7].Value.size());  // sunrise
+    EXPECT_EQ(plain.Day[6].Value, seconds.Day[6].Value);  // twilights never show seconds
+
+    // A course and speed from a fix: "Current Position" and "Co./ Speed".
+    Settings.PositionMethod = kDRCourseSpeed;
+    Settings.FixTime = kSummerDay - 1.0;
+    Settings.FixCourse = 270.0f;
+    Settings.FixSpeed = 6.5f;
+    const MainPage dr = Main_Rows(kSummerDay, false);
+    EXPECT_EQ(dr.Day[0].Label, "Current Position");
+    EXPECT_EQ(dr.Day[1].Label, position_text::CourseSpeed);
+    EXPECT_EQ(dr.Day[1].Value, "270° T  6.5 Kts");
+    // 156 miles west of 5°W along 50°N.
+    EXPECT_NE(dr.Day[0].Value, plain.Day[0].Value);
+    EXPECT_FALSE(dr.DRwarning);
+}
+
+TEST_F(ScreenRows, MainDRErrorForAnExpiredPlan) {
+    Reset_Shell(nullptr);
+    VoyagePlan plan;
+    plan.New_Plan(kSummerDay - 10.0, 10.0f);
+    plan.Way_Points.assign(4, Way_Point{});
+    const double pts[2][2] = {{50, -5}, {48, -7}};
+    for (int i = 0; i < 2; ++i) {
+        plan.Way_Points[static_cast<size_t>(i)].Lat = pts[i][0] * kDeg;
+        plan.Way_Points[static_cast<size_t>(i)].Long = pts[i][1] * kDeg;
+        plan.Way_Points[static_cast<size_t>(i)].Speed = 10.0f;
+    }
+    plan.Test_Wpts_Valid();
+    plan.Recalc_Plan();
+    ASSERT_LT(plan.Plan_End(), kSummerDay);
+    Voyage = plan;
+    Settings.PositionMethod = kDRByPlan;
+
+    const MainPage expired = Main_Rows(kSummerDay, false);
+    EXPECT_TRUE(expired.DRwarning);
+    EXPECT_EQ(expired.Day[1].Value, "DR Error");
+    const TableRows bodies = Planets_Rows(kSummerDay, 2, false);
+    EXPECT_TRUE(bodies.DRwarning);
+    EXPECT_EQ(bodies.Labels[2][0], "DR Error");
+    EXPECT_EQ(bodies.Labels[3][0], " -");
+    EXPECT_TRUE(AltAz_Rows(kSummerDay, false).DRwarning);
+
+    // Within the plan there is no warning.
+    const double during = (plan.Plan_Start() + plan.Plan_End()) / 2.0;
+    const MainPage sailing = Main_Rows(during, false);
+    EXPECT_FALSE(sailing.DRwarning);
+    EXPECT_EQ(sailing.Day[0].Label, "Current Position");
+    EXPECT_NE(sailing.Day[1].Value, "DR Error");
+    Voyage = VoyagePlan{};
+}
+
+// ------------------------------------------------------------------------ Solar Bodies
+
+TEST_F(ScreenRows, SolarBodiesMonthsAndYearsKeepTheDay) {
+    Filters.ShowBody = 1;
+    Filters.IntervalUnit = "Month";
+    const TableRows months = Planets_Rows(Moment(2023, 1, 31, 12), 14, false);
+    ASSERT_EQ(months.Rows, 14);
+    const std::vector<std::string> dates = {"31 Jan 2023", "28 Feb 2023", "31 Mar 2023",
+                                            "30 Apr 2023", "31 May 2023", "30 Jun 2023"};
+    for (size_t i = 0; i < dates.size(); ++i) EXPECT_EQ(months.Labels[0][i], dates[i]);
+    EXPECT_EQ(months.Labels[0][12], "31 Jan 2024");
+    EXPECT_EQ(months.Labels[0][13], "29 Feb 2024");
+    for (const std::string& t : months.Labels[1]) EXPECT_EQ(t, "12:00");
+
+    Filters.IntervalUnit = "Year";
+    const TableRows years = Planets_Rows(Moment(2024, 2, 29, 6), 5, false);
+    EXPECT_EQ(years.Labels[0][1], "28 Feb 2025");
+    EXPECT_EQ(years.Labels[0][4], "29 Feb 2028");
+}
+
+TEST_F(ScreenRows, SolarBodiesTheMoonByTheHour) {
+    Filters.ShowBody = 3;
+    Filters.IntervalUnit = "Hour";
+    TZ_Bias = -300;
+    const double start = Moment(2023, 6, 21, 10, 0);
+    const TableRows rows = Planets_Rows(start, 24, false);
+    ASSERT_EQ(rows.Rows, 24);
+    EXPECT_EQ(rows.Labels[1][0], "05:00");
+    EXPECT_EQ(rows.Labels[1][23], "04:00");
+    EXPECT_EQ(rows.Labels[0][23], "22 Jun 2023");
+    for (int32_t r = 0; r < rows.Rows; r += 5) {
+        const size_t i = static_cast<size_t>(r);
+        const double ut = kJ2000 + start + r / 24.0;
+        double xx[6];
+        char err[256] = "";
+        ASSERT_GE(swe_calc_ut(ut, SE_MOON, SEFLG_SWIEPH | SEFLG_EQUATORIAL, xx, err), 0) << err;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[10][i]), xx[1] * kDeg), 0.3);
+        const double gha = swe_sidtime(ut) * 15.0 * kDeg - xx[0] * kDeg;
+        EXPECT_LT(Arc_Minutes_Between(Parse_Angle(rows.Labels[8][i]), gha), 0.3);
+        // Kilometres for the Moon, within 10 km of the reference's geometric distance.
+        std::string km = rows.Labels[11][i];
+        ASSERT_EQ(km.substr(km.size() - 3), " Km");
+        km.erase(std::remove(km.begin(), km.end(), ','), km.end());
+        double geometric[6];
+        ASSERT_GE(swe_calc_ut(ut, SE_MOON, SEFLG_SWIEPH | SEFLG_TRUEPOS, geometric, err), 0);
+        EXPECT_NEAR(std::stod(km), geometric[2] * 149597870.7, 10.0);
+        EXPECT_NE(rows.Labels[12][i].find("'."), std::string::npos);
+    }
+    // Seconds of arc: four decimals of the azimuth, and seconds in the angles.
+    Filters.ShowSecondsOfArc = -1;
+    const TableRows fine = Planets_Rows(start, 1, false);
+    EXPECT_EQ(fine.Labels[6][0].size(), rows.Labels[6][0].size() + 3);
+    EXPECT_NE(fine.Labels[8][0].find('"'), std::string::npos);
+
+    // A planet: astronomical units and seconds of semi-diameter.
+    Filters.ShowBody = 7;
+    const TableRows jupiter = Planets_Rows(start, 1, false);
+    EXPECT_NE(jupiter.Labels[11][0].find(" Au"), std::string::npos);
+    EXPECT_NE(jupiter.Labels[12][0].find('"'), std::string::npos);
+    EXPECT_FALSE(jupiter.Labels[13][0].empty());
+}
+
+// ------------------------------------------------------------------------- Moon Phases
+
+// The zone-time months of the Full Moons of a year, from the phase series.
+std::vector<int> Full_Moon_Months(int year) {
+    std::vector<int> months;
+    const double start = Moment(year, 1, 1, 0), end = Moment(year + 1, 1, 1, 0);
+    const double deltaT = Get_DeltaT(year - 2000) / (36525.0 * 86400.0);
+    for (double t = Full_Moon_Before(end, deltaT); t >= start;
+         t = Full_Moon_Before(t - 1.0, deltaT))
+        months.push_back(JD_To_Date(t).wMonth);
+    return months;
+}
+
+TEST_F(ScreenRows, MoonPhasesYearWithTwoFullMoonsInAMonth) {
+    int year = 0, month = 0;
+    for (int y = 2015; y < 2060 && year == 0; ++y) {
+        const std::vector<int> m = Full_Moon_Months(y);
+        for (size_t i = 1; i < m.size(); ++i)
+            if (m[i] == m[i - 1]) year = y, month = m[i];
+    }
+    ASSERT_NE(year, 0);
+    const TableRows rows = Lunations_Rows(Moment(year, 6, 1, 12));
+    ASSERT_EQ(rows.Rows, 12);
+    EXPECT_EQ(rows.Labels[0][0], "January");
+    EXPECT_EQ(rows.Labels[0][11], "December");
+    const size_t r = static_cast<size_t>(month - 1);
+    ASSERT_FALSE(rows.Labels[3][r].empty());
+    ASSERT_FALSE(rows.Labels[7][r].empty()) << year << "/" << month;
+    auto day = [](const std::string& cell) {
+        return std::stoi(cell.substr(cell.find_first_of("0123456789")));
+    };
+    EXPECT_LT(day(rows.Labels[3][r]), day(rows.Labels[7][r]));
+
+    // Every Full Moon of the year is in the table once.
+    size_t fulls = 0;
+    for (size_t m = 0; m < 12; ++m)
+        fulls += !rows.Labels[3][m].empty() + !rows.Labels[7][m].empty();
+    EXPECT_EQ(fulls, Full_Moon_Months(year).size());
+}
+
+TEST_F(ScreenRows, MoonPhasesEclipseMarks) {
+    const TableRows rows = Lunations_Rows(Moment(2024, 7, 1, 0));
+    int marks = 0;
+    for (size_t m = 0; m < 12; ++m) {
+        int inMonth = 0;
+        for (size_t c = 1; c <= 8; ++c)
+            if (rows.Labels[c][m].rfind("* ", 0) == 0) {
+                ++inMonth;
+                EXPECT_TRUE(c == 1 || c == 3 || c == 5 || c == 7);  // New or Full Moons only
+            }
+        marks += inMonth;
+        const std::string& cell = rows.Labels[9][m];
+        EXPECT_EQ(inMonth > 0, !cell.empty()) << m;
+        if (!cell.empty()) {
+            EXPECT_EQ(cell.substr(cell.size() - 8), " Eclipse");
+        }
+    }
+    // The eclipse search of the same fill found exactly the marked phases, at least the
+    // two of a year.
+    EXPECT_EQ(marks, Eclipses.Count);
+    EXPECT_GE(marks, 2);
+}
+
+}  // namespace
+}  // namespace kelmoran
