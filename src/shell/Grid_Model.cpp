@@ -181,7 +181,9 @@ void GridModel::Columns_Set_Working_Arrays() {
 }
 
 void GridModel::Set_Data(std::vector<std::vector<std::string>> labels, int32_t rows) {
-    labels.resize(static_cast<size_t>(AllColumns + 1));
+    // Columns past AllColumns are data without a heading (AltAz keeps its body numbers
+    // in column 18).
+    labels.resize(std::max(labels.size(), static_cast<size_t>(AllColumns + 1)));
     for (auto& column : labels) column.resize(static_cast<size_t>(std::max(rows, 0)));
     MyDataLabels = std::move(labels);
     Bottomlabels = rows - 1;

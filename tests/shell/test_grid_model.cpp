@@ -91,6 +91,20 @@ TEST(GridColumns, PointersPutVisibleColumnsFirstAndRectanglesFollowWidths) {
     EXPECT_EQ(g.MyColmWidths[9], Fixed_Pitch(" Magnitude ", true));
 }
 
+TEST(GridColumns, DataPastTheLastColumnIsKeptWithoutAHeading) {
+    GridModel g = Make("AltAz");
+    std::vector<std::vector<std::string>> labels(19, std::vector<std::string>(2, "x"));
+    labels[18] = {"12", "40"};  // body numbers
+    g.Set_Data(labels, 2);
+    ASSERT_EQ(g.MyDataLabels.size(), 19u);
+    EXPECT_EQ(g.MyDataLabels[18][1], "40");
+    EXPECT_EQ(g.MyColmPtr.size(), 18u);
+    // Short columns are filled out to the rows.
+    g.Set_Data({{"a"}}, 3);
+    EXPECT_EQ(g.MyDataLabels[0].size(), 3u);
+    EXPECT_EQ(g.MyDataLabels[17].size(), 3u);
+}
+
 TEST(GridColumns, HeadingUsesShortTitleWhenLongDoesNotFit) {
     GridModel g = Make("AltAz", 1);
     g.MyColmWidths[3] = Fixed_Pitch("Apparent Altitude", true) + 4;

@@ -11,9 +11,16 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "ephemeris/Bodies.h"
+#include "ephemeris/Time_Calcs.h"
+#include "settings/File_IO.h"
+#include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
+#include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
 #include "shell/fMain.h"
+#include "voyage/Position_Methods.h"
+#include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
 namespace {
@@ -357,6 +364,230 @@ TEST_F(GridScreens, WheelAndBarsScrollByRowsAndColumns) {
     EXPECT_EQ(p.Heading_On_Screen(1).Left, kRowIndexMargin);
 }
 
+// ------------------------------------------------------------ the screens with their rows
+
+constexpr double kRadian = 57.2957795130823;
+
+double Moment(int year, int month, int day, int hour, int minute = 0) {
+    MySystemTime d;
+    d.wYear = static_cast<int16_t>(year);
+    d.wMonth = static_cast<int16_t>(month);
+    d.wDay = static_cast<int16_t>(day);
+    d.wHour = static_cast<int16_t>(hour);
+    d.wMinute = static_cast<int16_t>(minute);
+    return Calc_JD(d, false);
+}
+
+// The screens with the program's own row calculations, for an observer at 50° N, 5° W.
+class LiveScreens : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        Settings = SettingsRecord{};
+        Settings.ObserverLat = static_cast<float>(50.0 / kRadian);
+        Settings.ObserverLong = static_cast<float>(-5.0 / kRadian);
+        Settings.Pressure = 1010.0f;
+        Settings.Temp = 10.0f;
+        Settings.PositionMethod = kFixPosition;
+        Settings.AutoTimeZone = 0;
+        Compute_Derived_Settings();
+        TZ_Bias = 0;
+        Filters = BodyFilters{};
+        w = std::make_unique<fMain>();
+        // The settings file of the test folder must not move the observer.
+        Settings.ObserverLat = static_cast<float>(50.0 / kRadian);
+        Settings.ObserverLong = static_cast<float>(-5.0 / kRadian);
+        Settings.PositionMethod = kFixPosition;
+        Settings.AutoTimeZone = 0;
+        TZ_Bias = 0;
+        Compute_Derived_Settings();
+        w->resize(1000, 640);
+        w->show();
+        QApplication::processEvents();
+        client = w->Client();
+    }
+    void TearDown() override {
+        w.reset();
+        Voyage = VoyagePlan{};
+        Filters = BodyFilters{};
+    }
+    cGeneralForm* Open(int index) {
+        w->Window_Action(index)->trigger();
+        QApplication::processEvents();
+        return dynamic_cast<cGeneralForm*>(w->Current_Ui_Screen());
+    }
+    // Puts the shared moment a day before `jd`, then steps the day up with the wheel over
+    // the strip of the screen showing, as the user would.
+    void Go_To(cDatesView& strip, double jd) {
+        Shell.CurrentJD = jd - 1.0;
+        Update_All_Screens("");
+        const QPoint at = Centre(strip.Field_Rect("Day"));
+        QWheelEvent e(at, client->mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(client, &e);
+        QApplication::processEvents();
+    }
+
+    std::unique_ptr<fMain> w;
+    QWidget* client = nullptr;
+};
+
+TEST_F(LiveScreens, AltAzRowsAgreeWithTheBodyService) {
+    cGeneralForm* altaz = Open(0);
+    ASSERT_NE(altaz, nullptr);
+    const double evening = Moment(2024, 3, 15, 21, 30);
+    Go_To(altaz->MyDates(), evening);
+    ASSERT_DOUBLE_EQ(Shell.CurrentJD, evening);
+    EXPECT_EQ(altaz->MyJD(), evening);
+    const GridModel& g = altaz->Grid();
+    ASSERT_GT(g.Bottomlabels, 10);
+    EXPECT_EQ(g.Visible_Columns(), (std::vector<int32_t>{2, 3, 4, 9}));
+
+    // Each row against the body service asked afresh for that body and moment.
+    int stars = 0, planets = 0;
+    for (int32_t r = 0; r <= g.Bottomlabels; ++r) {
+        const size_t i = static_cast<size_t>(r);
+        const int32_t b = std::stoi(g.MyDataLabels[18][i]);
+        const std::vector<int32_t> one = {b};
+        Calc_Bodies(0, 0, one, evening);
+        const BodyRecord& rec = Bodies[static_cast<size_t>(b)];
+        if (b >= 4 && b < 12) ++planets;
+        if (b >= 12) {
+            ++stars;
+            EXPECT_EQ(g.MyDataLabels[2][i], rec.Names.Name);
+            EXPECT_GE(rec.TrueAlt, static_cast<float>(10.0 / kRadian));
+        }
+        if (b >= 12 || rec.SextantAlt >= 0.0f) {
+            EXPECT_EQ(g.MyDataLabels[4][i], Format_Number(rec.Azimuth * kRadian, "000°.0 T"))
+                << "body " << b;
+            EXPECT_EQ(g.MyDataLabels[3][i], Format_Angle(std::fabs(rec.SextantAlt), 1, true))
+                << "body " << b;
+        } else {
+            EXPECT_EQ(g.MyDataLabels[3][i], "- ");
+        }
+    }
+    EXPECT_EQ(planets, 5);
+    EXPECT_GT(stars, 10);
+
+    // Sorting by altitude through the heading pop-up, and back.
+    std::string pick = "Sort Descending";
+    altaz->Menu_Chooser = [&](const std::vector<std::string>&) { return pick; };
+    QTest::mouseClick(client, Qt::RightButton, {}, Centre(g.Heading_On_Screen(1)));
+    const auto& keys = altaz->AltAz_Data().SortKeys[3];
+    for (size_t r = 1; r < altaz->Row_Order().size(); ++r)
+        EXPECT_GE(keys[static_cast<size_t>(altaz->Row_Order()[r - 1])],
+                  keys[static_cast<size_t>(altaz->Row_Order()[r])]);
+    EXPECT_NE(g.MyDataLabels[18][0], "0");
+    pick = "Restore Order";
+    QTest::mouseClick(client, Qt::RightButton, {}, Centre(g.Heading_On_Screen(1)));
+    EXPECT_EQ(g.MyDataLabels[18][0], "0");  // the Sun first again
+}
+
+TEST_F(LiveScreens, ModeFourWithNoStarInTheRadiusGivesAnEmptyTable) {
+    // A point a little above the horizon due north, with a radius of ten minutes: no star
+    // of the list lies there at this moment.
+    Filters.BodyFilterMode = 4;
+    Filters.LimitRadius = 10;
+    Filters.AboveTenOnly = 0;
+    Filters.CentreA = static_cast<float>(1.0 / kRadian);
+    Filters.CentreB = 0.0f;
+    cGeneralForm* altaz = Open(0);
+    ASSERT_NE(altaz, nullptr);
+    Go_To(altaz->MyDates(), Moment(2024, 3, 15, 21, 30));
+    EXPECT_EQ(altaz->Grid().Bottomlabels, -1);
+    // Keys and the cursor on an empty table do nothing harmful.
+    QTest::keyClick(client, Qt::Key_Down);
+    QTest::keyClick(client, Qt::Key_End);
+    QTest::keyClick(client, Qt::Key_PageDown);
+    EXPECT_TRUE(altaz->Grid().Cursor_Rect().Empty() || altaz->Grid().Bottomlabels < 0);
+}
+
+TEST_F(LiveScreens, MoonPhasesYearWithTwoFullMoonsFillsTheSecondGroup) {
+    cGeneralForm* lunations = Open(3);
+    ASSERT_NE(lunations, nullptr);
+    // August 2023 had full moons on the 1st and the 31st.
+    Go_To(lunations->MyDates(), Moment(2023, 6, 1, 12));
+    const GridModel& g = lunations->Grid();
+    ASSERT_EQ(g.Bottomlabels, 11);
+    EXPECT_EQ(g.MyDataLabels[0][7], "August");
+    EXPECT_FALSE(g.MyDataLabels[3][7].empty());
+    EXPECT_FALSE(g.MyDataLabels[7][7].empty());
+    // In the months with one full moon the second group is empty.
+    EXPECT_TRUE(g.MyDataLabels[7][5].empty());
+
+    // A year with eclipses: the marks and the Eclipses column go together.
+    Go_To(lunations->MyDates(), Moment(2024, 6, 1, 12));
+    int marked = 0;
+    for (size_t m = 0; m < 12; ++m) {
+        bool mark = false;
+        for (size_t c = 1; c <= 8; ++c) mark = mark || g.MyDataLabels[c][m].rfind("* ", 0) == 0;
+        EXPECT_EQ(mark, !g.MyDataLabels[9][m].empty()) << m;
+        marked += mark;
+    }
+    EXPECT_GE(marked, 2);
+}
+
+TEST_F(LiveScreens, SolarBodiesTheMoonByTheHour) {
+    Filters.ShowBody = 3;
+    Filters.IntervalUnit = "Hour";
+    cGeneralForm* planets = Open(4);
+    ASSERT_NE(planets, nullptr);
+    Go_To(planets->MyDates(), Moment(2024, 3, 15, 0));
+    const GridModel& g = planets->Grid();
+    ASSERT_GT(g.Bottomlabels, 5);
+    // Row 0 is the moment at the top; the rows step by the hour, distances in kilometres.
+    EXPECT_NE(g.MyDataLabels[1][0], g.MyDataLabels[1][1]);
+    for (int32_t r = 0; r <= g.Bottomlabels; ++r)
+        EXPECT_NE(g.MyDataLabels[11][static_cast<size_t>(r)].find("Km"), std::string::npos);
+}
+
+TEST_F(LiveScreens, MainShowsTheDayOfTheCoreCalculationsAndTheDRError) {
+    auto* splash = dynamic_cast<SplashScreen*>(w->Current_Ui_Screen());
+    ASSERT_NE(splash, nullptr);
+    const double day = Moment(2023, 6, 21, 9);
+    Go_To(splash->MyDates(), day);
+    ASSERT_EQ(splash->MyJD(), day);
+    const MainPage want = Main_Rows(day, false);
+    const MainPage& page = splash->Page();
+    ASSERT_EQ(page.Day.size(), want.Day.size());
+    for (size_t i = 0; i < want.Day.size(); ++i) {
+        EXPECT_EQ(page.Day[i].Label, want.Day[i].Label);
+        EXPECT_EQ(page.Day[i].Value, want.Day[i].Value) << want.Day[i].Label;
+    }
+    ASSERT_EQ(page.Moon.size(), want.Moon.size());
+    for (size_t i = 0; i < want.Moon.size(); ++i) EXPECT_EQ(page.Moon[i].Value, want.Moon[i].Value);
+    EXPECT_FALSE(page.DRwarning);
+    auto red = [&] {
+        int n = 0;
+        const QImage& pic = splash->Picture();
+        for (int y = 0; y < pic.height(); ++y)
+            for (int x = 0; x < pic.width(); ++x) {
+                const QRgb c = pic.pixel(x, y);
+                if (qRed(c) > 200 && qGreen(c) < 80 && qBlue(c) < 80) ++n;
+            }
+        return n;
+    };
+    EXPECT_EQ(red(), 0);
+
+    // A plan that ended ten days before: "DR Error" and its warning in red.
+    VoyagePlan plan;
+    plan.New_Plan(day - 10.0, 10.0f);
+    plan.Way_Points.assign(4, Way_Point{});
+    const double pts[2][2] = {{50, -5}, {48, -7}};
+    for (size_t i = 0; i < 2; ++i) {
+        plan.Way_Points[i].Lat = pts[i][0] / kRadian;
+        plan.Way_Points[i].Long = pts[i][1] / kRadian;
+        plan.Way_Points[i].Speed = 10.0f;
+    }
+    plan.Test_Wpts_Valid();
+    plan.Recalc_Plan();
+    ASSERT_LT(plan.Plan_End(), day);
+    Voyage = plan;
+    Settings.PositionMethod = kDRByPlan;
+    Go_To(splash->MyDates(), day);
+    EXPECT_TRUE(splash->Page().DRwarning);
+    EXPECT_EQ(splash->Page().Day[1].Value, "DR Error");
+    EXPECT_GT(red(), 20);
+}
 }  // namespace
 }  // namespace kelmoran
 
