@@ -304,6 +304,19 @@ void GridModel::mnuAutoWidthAll() {
     Columns_Set_Working_Arrays();
 }
 
+void GridModel::Widen_To_Data() {
+    for (int32_t c = 0; c <= AllColumns; ++c) {
+        const auto i = static_cast<size_t>(c);
+        int32_t w = 0;
+        for (const std::string& s : MyDataLabels[i]) w = std::max(w, Text_Width(s, false));
+        if (w == 0) continue;
+        w += kAutoWidthGap;
+        if (w > MyStartWidths[i]) MyStartWidths[i] = w;
+        if (w > MyColmWidths[i]) MyColmWidths[i] = w;
+    }
+    Columns_Set_Working_Arrays();
+}
+
 void GridModel::Auto_Size_To_Screen() {
     const int32_t room = ClientWidth - kRowIndexMargin;
     int64_t total = 0;

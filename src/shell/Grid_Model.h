@@ -135,6 +135,9 @@ class GridModel {
     // title, with a gap.
     void mnuAutoWidth(int32_t position);
     void mnuAutoWidthAll();
+    // Widens, in the opening layout too, every column whose texts do not fit its width:
+    // run on the first rows of a screen, whose texts may be longer than the samples.
+    void Widen_To_Data();
     // Scales the visible widths so that they fill the screen's width when AutoSize is on.
     void Auto_Size_To_Screen();
     // Columns on show: numbers of the visible columns in order.

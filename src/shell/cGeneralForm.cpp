@@ -138,6 +138,10 @@ void cGeneralForm::CalcDates() {
         drWarning_ = t.DRwarning;
         grid_.Set_Data(std::move(t.Labels), t.Rows);
     }
+    if (!widened_ && grid_.Bottomlabels >= 0) {
+        widened_ = true;
+        grid_.Widen_To_Data();
+    }
     SetScrollBars();
     Draw();
 }

@@ -128,6 +128,7 @@ class cGeneralForm : public UiScreen, public PictureForm, public cDatesOwner, pu
     int32_t sortColumn_ = -1;
     bool sortAscending_ = true;
     bool catalogueNumbers_ = false;
+    bool widened_ = false;  // the opening widths have been fitted to the first rows
     int32_t popupPosition_ = -1;
     int32_t wheelRest_ = 0;
 };

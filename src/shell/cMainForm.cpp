@@ -10,12 +10,11 @@ namespace kelmoran {
 
 namespace {
 
-// The model's alignment (0 left, 1 right, 2 centred) as the edit engine's (0 left,
-// 1 centred, 2 right), which Draw_Aligned takes.
-int32_t Engine_Alignment(int32_t format) {
-    if (format == 1) return 2;
-    if (format == 2) return 1;
-    return 0;
+// The model's alignment (0 left, 1 right, 2 centred) as the painter's.
+int Text_Alignment(int32_t format) {
+    if (format == 1) return Qt::AlignRight;
+    if (format == 2) return Qt::AlignHCenter;
+    return Qt::AlignLeft;
 }
 
 const QColor kHighlight(10, 36, 106);
@@ -97,7 +96,7 @@ void cMainForm::Draw_Cells(QPainter& p) const {
     const QPen line(d.GridGrey);
     for (int32_t pos = g.MyHScroll; pos <= g.ColmsInUse; ++pos) {
         const auto column = static_cast<size_t>(g.MyColmPtr[static_cast<size_t>(pos)]);
-        const int32_t align = Engine_Alignment(g.MyColmFormat[column]);
+        const int align = Text_Alignment(g.MyColmFormat[column]);
         const auto& texts = g.MyDataLabels[column];
         bool pastRight = false;
         for (int32_t r = g.MyVScroll; r <= last; ++r) {
@@ -112,8 +111,10 @@ void cMainForm::Draw_Cells(QPainter& p) const {
             p.drawLine(cell.Left, cell.Bottom - 1, cell.Right - 1, cell.Bottom - 1);
             p.drawLine(cell.Right - 1, cell.Top, cell.Right - 1, cell.Bottom - 1);
             p.setPen(lit ? Qt::white : Qt::black);
-            const Rect inner{cell.Left + 3, cell.Top, cell.Right - 3, cell.Bottom};
-            Draw_Aligned(p, inner, Q(texts[static_cast<size_t>(r)]), align);
+            // Text stays inside its cell: a long one is cut at the cell's edge.
+            const QRect inner(cell.Left + 3, cell.Top, cell.Width() - 6, cell.Height());
+            p.drawText(inner, align | Qt::AlignVCenter | Qt::TextSingleLine,
+                       Q(texts[static_cast<size_t>(r)]));
         }
         if (pastRight) break;
     }

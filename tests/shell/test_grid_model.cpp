@@ -189,6 +189,20 @@ TEST(GridWidths, ResetAutoAndScaleToScreen) {
     EXPECT_GT(right, 1200 - 20);  // rounding down loses under a pixel a column
 }
 
+TEST(GridWidths, FirstRowsWidenColumnsThatDoNotFit) {
+    GridModel g = Make("Lunations", 12);
+    const std::vector<int32_t> before = g.MyColmWidths;
+    g.MyDataLabels[9][2] = "Penumbral Lunar Eclipse and more";
+    g.Widen_To_Data();
+    EXPECT_EQ(g.MyColmWidths[9],
+              Fixed_Pitch("Penumbral Lunar Eclipse and more", false) + kAutoWidthGap);
+    // Reset Width goes back to the widened width, not below it.
+    g.Reset_Width(9);
+    EXPECT_EQ(g.MyColmWidths[9], g.MyStartWidths[9]);
+    // Columns whose texts fit keep their widths.
+    EXPECT_EQ(g.MyColmWidths[1], before[1]);
+}
+
 TEST(GridWidths, DragStopsAtTheMinimum) {
     GridModel g = Make("AltAz", 3);
     const Rect h = g.Heading_On_Screen(1);
