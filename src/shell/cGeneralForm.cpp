@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPainter>
+#include <QStyleHints>
 #include <algorithm>
 #include <numeric>
 
@@ -126,7 +127,12 @@ void cGeneralForm::CalcDates() {
             grid_.MyColmTitles[altitudeColumn] = {t.Long, t.Short};
     }
     if (key_ == screen_key::AltAz) {
+        // The filters by constellation and by point may load deeper tiers of the
+        // catalogue first: an hourglass meanwhile.
+        const bool deep = Filters.BodyFilterMode >= 2;
+        if (deep) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
         altaz_ = rows.AltAz ? rows.AltAz(myJD_, catalogueNumbers_) : AltAzRows{};
+        if (deep) QGuiApplication::restoreOverrideCursor();
         drWarning_ = altaz_.DRwarning;
         Apply_AltAz();
     } else {
@@ -394,6 +400,25 @@ void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, in
     }
     if (button != mouse::Left) return;
     const int32_t divider = grid_.Divider_At(x, y);
+    // A second click on the same line between headings, or in the corner, soon after the
+    // first: the width fits the column's texts (all columns from the corner).
+    const qint64 now = clock_.isValid() ? clock_.elapsed() : -1;
+    const bool twice =
+        now >= 0 && now - lastClick_ <= QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    const int32_t spot = divider >= 0 ? divider : (grid_.In_Corner(x, y) ? -2 : -3);
+    const bool doubleClick = twice && spot == lastSpot_ && spot != -3;
+    if (!clock_.isValid()) clock_.start();
+    lastClick_ = clock_.elapsed();
+    lastSpot_ = doubleClick ? -3 : spot;
+    if (doubleClick) {
+        grid_.Resizing = false;
+        grid_.Highlight_All(false);
+        if (spot >= 0)
+            mnuAutoWidth(spot);
+        else
+            mnuAutoWidthAll();
+        return;
+    }
     if (divider >= 0) {
         grid_.Resize_Start(divider, x);
     } else if (heading >= 0) {

@@ -4,6 +4,7 @@
 // keys. It paints on its own off-screen picture and never works out a row itself.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <functional>
 #include <string>
@@ -131,6 +132,10 @@ class cGeneralForm : public UiScreen, public PictureForm, public cDatesOwner, pu
     bool widened_ = false;  // the opening widths have been fitted to the first rows
     int32_t popupPosition_ = -1;
     int32_t wheelRest_ = 0;
+    // The last click on a line between headings or in the corner, for the double click.
+    QElapsedTimer clock_;
+    qint64 lastClick_ = 0;
+    int32_t lastSpot_ = -3;
 };
 
 }  // namespace kelmoran

@@ -344,6 +344,46 @@ TEST_F(GridScreens, AWidthDraggedToZeroStopsAtTheMinimum) {
     EXPECT_EQ(g.Heading_On_Screen(2).Left, h.Left + kMinColumnWidth);
 }
 
+TEST_F(GridScreens, DoubleClicksFitWidthsAndTheAutoSizeItemFillsTheScreen) {
+    cGeneralForm* altaz = Open(0);
+    ASSERT_NE(altaz, nullptr);
+    const GridModel& g = altaz->Grid();
+    const auto measure = cMainForm::Font_Measure();
+    // A double click as the window system delivers it: press, release, double-click
+    // press, release.
+    auto double_click = [&](QPoint at) {
+        QTest::mouseClick(client, Qt::LeftButton, {}, at);
+        QTest::mouseDClick(client, Qt::LeftButton, {}, at);
+        QTest::mouseRelease(client, Qt::LeftButton, {}, at);
+    };
+    // Column 2 ("Body 0" .. "Body 29") at position 0: its line gets a double click.
+    const Rect h = g.Heading_On_Screen(0);
+    double_click(QPoint(h.Right, (h.Top + h.Bottom) / 2));
+    int32_t longest = measure("Name", true);
+    for (const std::string& t : g.MyDataLabels[2]) longest = std::max(longest, measure(t, false));
+    EXPECT_EQ(g.MyColmWidths[2], longest + kAutoWidthGap);
+    EXPECT_FALSE(g.Resizing);
+
+    // In the corner: every visible column.
+    double_click(QPoint(5, g.GridTop + 5));
+    for (int32_t c : g.Visible_Columns()) {
+        int32_t w = measure(g.MyColmTitles[static_cast<size_t>(c)][1], true);
+        for (const std::string& t : g.MyDataLabels[static_cast<size_t>(c)])
+            w = std::max(w, measure(t, false));
+        EXPECT_EQ(g.MyColmWidths[static_cast<size_t>(c)], w + kAutoWidthGap) << c;
+    }
+    EXPECT_FALSE(g.HighlightingAll);
+
+    // "Auto-Size Columns" scales the visible columns to the screen's width.
+    altaz->Menu_Chooser = [](const std::vector<std::string>&) {
+        return std::string("Auto-Size Columns");
+    };
+    QTest::mouseClick(client, Qt::RightButton, {}, Centre(g.Heading_On_Screen(0)));
+    EXPECT_TRUE(g.AutoSize);
+    EXPECT_LE(g.MyHeadingRect.back().Right, g.ClientWidth);
+    EXPECT_GT(g.MyHeadingRect.back().Right, g.ClientWidth - 10);
+}
+
 TEST_F(GridScreens, WheelAndBarsScrollByRowsAndColumns) {
     cGeneralForm* altaz = Open(0);
     ASSERT_NE(altaz, nullptr);
