@@ -23,6 +23,8 @@ SplashScreen::SplashScreen(QWidget* window)
 }
 
 void SplashScreen::Load() {
+    // The window may have changed size while another screen was showing.
+    if (window_ && window_->size() != picture_.size()) Resize(window_->size());
     if (!Shell.Up_To_Date(screen_key::Splash)) {
         SetDates();
         CalcDates();

@@ -24,6 +24,8 @@ constexpr int32_t kHeadingHeight = 22;
 constexpr int32_t kWarningLine = 22;
 constexpr const char* kInsertPrefix = "Insert Column/";
 constexpr const char* kAutoSize = "Auto-Size Columns";
+// Thickness of the hook's scroll bars.
+constexpr int32_t kScrollBarRoom = 16;
 
 bool Is_Catalogue_Column(int32_t column) {
     return column >= 14 && column <= 16;
@@ -56,8 +58,11 @@ cGeneralForm::cGeneralForm(const std::string& key, QWidget* window, cSubClass* h
 }
 
 void cGeneralForm::Set_Geometry() {
-    grid_.ClientWidth = picture_.width();
-    grid_.ClientHeight = picture_.height();
+    // The window's scroll bars stand over the right and bottom edges of the picture: the
+    // grid keeps clear of them, so that no row or column is hidden under a bar.
+    const int32_t bar = hook_ ? kScrollBarRoom : 0;
+    grid_.ClientWidth = picture_.width() - bar;
+    grid_.ClientHeight = picture_.height() - bar;
     grid_.GridTop = myDates_.MyFrame.Bottom + kWarningLine;
     grid_.RowHeight = kGridRowHeight;
     grid_.HeadingHeight = kHeadingHeight;
@@ -69,6 +74,8 @@ void cGeneralForm::Restore_Layout() {
 }
 
 void cGeneralForm::Load() {
+    // The window may have changed size while another screen was showing.
+    if (window_ && window_->size() != picture_.size()) Resize(window_->size());
     if (!Shell.Up_To_Date(key_)) {
         SetDates();
         CalcDates();
@@ -345,7 +352,8 @@ void cGeneralForm::Resize(QSize size) {
 void cGeneralForm::Draw() {
     {
         QPainter p(&picture_);
-        p.fillRect(QRect(0, myDates_.MyFrame.Bottom, picture_.width(), kWarningLine), Qt::white);
+        p.fillRect(QRect(0, myDates_.MyFrame.Bottom, picture_.width(), picture_.height()),
+                   Qt::white);
         if (drWarning_) form_.Draw_DR_Warning(p, myDates_.MyFrame.Bottom);
         form_.Draw_MainBitmap(p, Shell.CursorShown && !grid_.CursorInDates && visible_);
     }

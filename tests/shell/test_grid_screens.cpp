@@ -384,6 +384,21 @@ TEST_F(GridScreens, DoubleClicksFitWidthsAndTheAutoSizeItemFillsTheScreen) {
     EXPECT_GT(g.MyHeadingRect.back().Right, g.ClientWidth - 10);
 }
 
+TEST_F(GridScreens, AScreenMadeBeforeTheWindowGrewFillsItWhenShownAgain) {
+    cGeneralForm* planets = Open(4);
+    ASSERT_NE(planets, nullptr);
+    const int32_t rowsBefore = planets->Grid().Bottomlabels;
+    Open(0);
+    w->resize(1000, 800);
+    QApplication::processEvents();
+    Open(4);
+    EXPECT_EQ(planets->Picture().size(), client->size());
+    // Solar Bodies has more rows for the taller window, and none lies under the bar.
+    EXPECT_GT(planets->Grid().Bottomlabels, rowsBefore);
+    const GridModel& g = planets->Grid();
+    EXPECT_LE(g.Rows_Top() + g.Page_Rows() * g.RowHeight, client->height() - 16);
+}
+
 TEST_F(GridScreens, WheelAndBarsScrollByRowsAndColumns) {
     cGeneralForm* altaz = Open(0);
     ASSERT_NE(altaz, nullptr);
