@@ -2,61 +2,18 @@
 
 #include <QFont>
 #include <QPainter>
-#include <cmath>
-#include <cstdio>
+#include <algorithm>
 
-#include "ephemeris/Earth_Frame.h"
-#include "ephemeris/Time_Calcs.h"
 #include "settings/SettingsRecord.h"
+#include "shell/cGeneralForm.h"
+#include "shell/cMainForm.h"
 
 namespace kelmoran {
 
 namespace {
-
-constexpr double kDegreesPerRadian = 57.2957795130823;
-constexpr double kArcsecPerRadian = 206264.806247096;
-const char* const kMonths[] = {"January",   "February", "March",    "April",
-                               "May",       "June",     "July",     "August",
-                               "September", "October",  "November", "December"};
-const char* const kWeekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                 "Thursday", "Friday", "Saturday"};
-
-// Degrees and minutes of arc to one decimal, the minutes carried when they round to 60.
-std::string Degrees_Minutes(double radians) {
-    double minutes = std::round(radians * kDegreesPerRadian * 600.0) / 10.0;
-    const int degrees = static_cast<int>(minutes / 60.0);
-    minutes -= degrees * 60.0;
-    char buf[48];
-    std::snprintf(buf, sizeof buf, "%d\u00B0 %04.1f'", degrees, minutes);
-    return buf;
-}
-
+// Height of a line of the page.
+constexpr int32_t kMainRowHeight = 21;
 }  // namespace
-
-std::vector<SplashLine> Splash_Lines(double jd) {
-    const MySystemTime t = JD_To_Date(jd);
-    const EarthFrame e = Calc_EarthFrame(jd);
-    char buf[96];
-    std::vector<SplashLine> lines;
-
-    const int year = t.wYear;
-    std::snprintf(buf, sizeof buf, "%s %d %s %d %s", kWeekdays[(t.wDayOfWeek + 6) % 7], t.wDay,
-                  kMonths[(t.wMonth + 11) % 12], year < 0 ? -year : year, year < 0 ? "BC" : "AD");
-    lines.push_back({"Date (UT)", buf});
-    std::snprintf(buf, sizeof buf, "%02d:%02d:%02d", t.wHour, t.wMinute, t.wSecond);
-    lines.push_back({"Time (UT)", buf});
-    std::snprintf(buf, sizeof buf, "%.5f", jd + kJ2000);
-    lines.push_back({"Julian Day", buf});
-    std::snprintf(buf, sizeof buf, "%.1f s", static_cast<double>(Get_DeltaT(DeltaT_Year(jd))));
-    lines.push_back({"\u0394T", buf});
-    std::snprintf(buf, sizeof buf, "%+.3f\"", e.NutLong * kArcsecPerRadian);
-    lines.push_back({"Nutation in longitude", buf});
-    std::snprintf(buf, sizeof buf, "%+.3f\"", e.NutObl * kArcsecPerRadian);
-    lines.push_back({"Nutation in obliquity", buf});
-    lines.push_back({"True obliquity", Degrees_Minutes(e.TrueObliquity)});
-    lines.push_back({"GHA Aries", Degrees_Minutes(e.GAST)});
-    return lines;
-}
 
 SplashScreen::SplashScreen(QWidget* window)
     : window_(window), picture_(640, 400, QImage::Format_RGB32), myDates_(this) {
@@ -66,6 +23,8 @@ SplashScreen::SplashScreen(QWidget* window)
 }
 
 void SplashScreen::Load() {
+    // The window may have changed size while another screen was showing.
+    if (window_ && window_->size() != picture_.size()) Resize(window_->size());
     if (!Shell.Up_To_Date(screen_key::Splash)) {
         SetDates();
         CalcDates();
@@ -112,7 +71,8 @@ void SplashScreen::CalcDates() {
         Shell.CurrentJD = shown - zone;
         myJD_ = Shell.CurrentJD;
     }
-    lines_ = Splash_Lines(myJD_);
+    const RowSources& rows = Row_Sources();
+    page_ = rows.Main ? rows.Main(myJD_, myUseSeconds) : MainPage{};
     Draw();
 }
 
@@ -163,21 +123,45 @@ void SplashScreen::Draw() {
     {
         QPainter p(&picture_);
         const DrawingObjects& d = Drawing();
-        p.setPen(Qt::black);
-        p.setFont(d.Large);
-        p.drawText(20, 36, "Kelmoran");
-        const int rowHeight = 22;
-        int y = myDates_.MyFrame.Bottom + 36;
-        for (const SplashLine& line : lines_) {
+        const int32_t top = myDates_.MyFrame.Bottom + 12;
+        if (page_.DRwarning) {
             p.setFont(d.Bold);
-            p.drawText(20, y, QString::fromStdString(line.Label));
-            p.setFont(d.Normal);
-            p.drawText(220, y, QString::fromStdString(line.Value));
-            y += rowHeight;
+            p.setPen(Qt::red);
+            p.drawText(QRect(20, top, picture_.width() - 40, kMainRowHeight),
+                       Qt::AlignLeft | Qt::AlignVCenter, cMainForm::kDRError);
         }
+        // Two blocks side by side: the day at the observer, and the Moon.
+        const int32_t half = std::max(picture_.width() / 2, 320);
+        Draw_Block(p, page_.Day, 20, top + kMainRowHeight + 6, half - 30);
+        Draw_Block(p, page_.Moon, half, top + kMainRowHeight + 6, half - 30);
     }
     myDates_.Paint_Dates(false);
     if (window_) window_->update();
+}
+
+void SplashScreen::Draw_Block(QPainter& p, const std::vector<MainLine>& lines, int32_t left,
+                              int32_t top, int32_t width) const {
+    const DrawingObjects& d = Drawing();
+    const int32_t valueLeft = left + width * 11 / 20;
+    int32_t y = top;
+    for (const MainLine& line : lines) {
+        const bool heading = line.Value.empty();
+        QFont label = d.Bold;
+        label.setUnderline(heading);
+        p.setFont(label);
+        p.setPen(Qt::black);
+        // The rows under a heading stand in from it.
+        const int32_t indent = heading ? 0 : 12;
+        p.drawText(QRect(left + indent, y, valueLeft - left - indent, kMainRowHeight),
+                   Qt::AlignLeft | Qt::AlignVCenter, Q(line.Label));
+        if (!heading) {
+            p.setFont(d.Normal);
+            p.setPen(line.Value == cMainForm::kDRError ? Qt::red : Qt::black);
+            p.drawText(QRect(valueLeft, y, left + width - valueLeft, kMainRowHeight),
+                       Qt::AlignLeft | Qt::AlignVCenter, Q(line.Value));
+        }
+        y += kMainRowHeight;
+    }
 }
 
 }  // namespace kelmoran

@@ -1,6 +1,6 @@
-// The Main screen ("Splash") in its first form: the date strip on top, and the moment in
-// use with the Earth's orientation at that moment, painted on the screen's off-screen
-// picture.
+// The Main screen ("Splash"): the date strip on top and the page of the local day at the
+// observer below it, the day's block (position, variation, twilights, sunrise, meridian
+// passage, sunset) and the Moon's block, painted on the screen's off-screen picture.
 #pragma once
 
 #include <QImage>
@@ -9,19 +9,11 @@
 
 #include "shell/Drawing.h"
 #include "shell/M_SubClass.h"
+#include "shell/Screen_Rows.h"
 #include "shell/UiScreen.h"
 #include "shell/cDatesView.h"
 
 namespace kelmoran {
-
-// One line of the screen: a label and its value.
-struct SplashLine {
-    std::string Label;
-    std::string Value;
-};
-
-// The lines shown for moment `jd` (MyJD, UT).
-std::vector<SplashLine> Splash_Lines(double jd);
 
 class SplashScreen : public UiScreen, public PictureForm, public cDatesOwner, public SysMsgSink {
   public:
@@ -59,17 +51,20 @@ class SplashScreen : public UiScreen, public PictureForm, public cDatesOwner, pu
     void SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) override;
 
     double MyJD() const { return myJD_; }
-    const std::vector<SplashLine>& Lines() const { return lines_; }
+    const MainPage& Page() const { return page_; }
+    bool myUseSeconds = false;  // times with seconds
     cDatesView& MyDates() { return myDates_; }
 
   private:
     void Draw();
+    void Draw_Block(QPainter& p, const std::vector<MainLine>& lines, int32_t left, int32_t top,
+                    int32_t width) const;
 
     QWidget* window_ = nullptr;
     QImage picture_;
     double myJD_ = 0.0;
     bool visible_ = false;
-    std::vector<SplashLine> lines_;
+    MainPage page_;
     cDatesView myDates_;
     int32_t wheelRest_ = 0;  // part of a notch not yet used
 };

@@ -18,6 +18,7 @@
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
+#include "shell/cGeneralForm.h"
 #include "stars/M_Resources.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/Voyage_Plan.h"
@@ -150,8 +151,6 @@ void fMain::Menus_Changed() {
     for (size_t i = 0; i < window_.size(); ++i) Apply(window_[i], m.mnuWindow[i]);
     Apply(update_, m.mnuUpdate);
     Apply(search_, m.mnuSearch);
-    // Find Star's dialogue is not part of the program yet.
-    search_->setEnabled(false);
     for (size_t i = 0; i < undo_.size(); ++i) Apply(undo_[i], m.mnuUndo[i]);
     for (size_t i = 0; i < help_.size(); ++i) Apply(help_[i], m.mnuHelp[i]);
 }
@@ -196,12 +195,21 @@ MySystemTime fMain::Now_UTC() {
 
 std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
     std::unique_ptr<UiScreen> screen;
-    if (key == screen_key::Splash) screen = std::make_unique<SplashScreen>(client_);
+    if (key == screen_key::Splash) {
+        screen = std::make_unique<SplashScreen>(client_);
+    } else if (key == screen_key::AltAz || key == screen_key::Planets ||
+               key == screen_key::Lunations) {
+        screen = std::make_unique<cGeneralForm>(key, client_, &hook_);
+    }
     if (screen) screen->Resize(client_->size());
     return screen;
 }
 
-bool fMain::Screen_Available(int windowIndex) { return windowIndex == kMainScreenIndex; }
+bool fMain::Screen_Available(int windowIndex) {
+    // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
+    return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
+           windowIndex == 4;
+}
 
 void fMain::Open_Separate_Screen(int) {}
 

@@ -1,0 +1,1 @@
+kelmoran_add_bench(bench_grid ${CMAKE_CURRENT_LIST_DIR}/grid.cpp UI)
