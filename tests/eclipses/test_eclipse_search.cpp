@@ -1,6 +1,5 @@
-// Every solar and lunar eclipse from 1900 to 2100 found by filling the Moon Phases years,
-// set against the Swiss Ephemeris's own eclipse searches. Times are compared in TT, each
-// side with its own ΔT, so that the two ΔT tables do not enter.
+// Every solar and lunar eclipse from 1900 to 2100 found by filling the years, against the Swiss
+// Ephemeris's own searches. Times are compared in TT, each side with its own ΔT.
 #include <gtest/gtest.h>
 #include <swephexp.h>
 
@@ -19,92 +18,64 @@ namespace {
 
 constexpr double kMinute = 1.0 / 1440.0;
 
-enum class Kind { Partial, Annular, Total, Hybrid, Penumbral };
+enum Kind { kPartial, kAnnular, kTotal, kHybrid, kPenumbral };
+const char* const kKindNames[] = {"partial", "annular", "total", "hybrid", "penumbral"};
 
-const char* Kind_Name(Kind k) {
-    switch (k) {
-        case Kind::Partial:
-            return "partial";
-        case Kind::Annular:
-            return "annular";
-        case Kind::Total:
-            return "total";
-        case Kind::Hybrid:
-            return "hybrid";
-        case Kind::Penumbral:
-            return "penumbral";
-    }
-    return "";
-}
-
-// Our kind texts as the reference's kinds. "Partial Annular Eclipse" is a partial one.
+// Our solar kind texts as the reference's kinds: "Partial Annular Eclipse" is a partial one.
 Kind Kind_Of(const std::string& text) {
-    if (text == "Total Solar Eclipse") return Kind::Total;
-    if (text == "Total Annular Eclipse") return Kind::Annular;
-    if (text == "Hybrid Solar Eclipse") return Kind::Hybrid;
-    if (text == "Penumbral Lunar Eclipse") return Kind::Penumbral;
-    return Kind::Partial;
+    if (text == "Total Solar Eclipse") return kTotal;
+    if (text == "Total Annular Eclipse") return kAnnular;
+    if (text == "Hybrid Solar Eclipse") return kHybrid;
+    return kPartial;
 }
 
-// Our MyJD (UT) in TT, as a Julian Date.
-double Our_TT(double jd) {
-    return jd == 0.0 ? 0.0 : jd + kJ2000 + Get_DeltaT(DeltaT_Year(jd)) / 86400.0;
-}
-double Swe_TT(double jdUT) {
-    return jdUT == 0.0 ? 0.0 : jdUT + swe_deltat(jdUT);
-}
-
+// One eclipse: its maximum and contacts in TT (penumbra in/out, umbra in/out, total in/out).
+// Borderline: a kind that the models' conventions (the Earth's figure and air, the size of
+// the shadows) can reverse. Ours: the umbral vertex within an Earth radius of the Earth's
+// centre (solar), an umbral edge within 0.01 of the Moon's diameter (lunar). The reference's:
+// the diameters within 2% (solar), the umbral magnitude within 0.01 of 0 or 1 (lunar). A
+// disagreement of kind is explained only when both sides see it as borderline. A lunar graze
+// has a penumbral magnitude under 0.02. chordRatio: for the penumbral, partial and total
+// pairs of contacts, the least distance from the circle's centre over its radius.
 struct Found {
-    double max = 0.0;                         // TT
-    double contacts[6] = {0, 0, 0, 0, 0, 0};  // TT: pen in/out, umbra in/out, total in/out
-    Kind kind = Kind::Partial;
-    double gamma = 0.0;
+    double max = 0.0, contacts[6] = {}, gamma = 0.0, chordRatio[3] = {};
+    Kind kind = kPartial;
+    bool borderline = false, graze = false;
     std::string text;
-    // Borderline: the kind rests on a margin that the models' conventions (the Earth's
-    // figure and air, the size of the shadows) can reverse. Ours: the umbral cone's vertex
-    // within an Earth radius of the Earth's centre (solar), or an umbral edge within 0.01 of
-    // the Moon's diameter (lunar). The reference's: at its greatest eclipse the Moon's and
-    // the Sun's diameters within 2% of each other (solar), or its umbral magnitude within
-    // 0.01 of 0 or 1 (lunar). A disagreement of kind is explained only when both sides see
-    // it as borderline. Ours only: a lunar eclipse is a graze when its penumbral magnitude
-    // is under 0.02.
-    bool borderline = false;
-    bool graze = false;
-    // The least distance from the centre of the circle of contact as a fraction of its
-    // radius, for the penumbral, partial and total pairs of contacts: lunar, the Moon from
-    // the shadow's centre; solar, the shadow axis from the Earth's centre.
-    double chordRatio[3] = {0, 0, 0};
 };
 
 // Fills every year from 1900 to 2100 and gathers its eclipses.
 void Our_Eclipses(std::vector<Found>& solar, std::vector<Found>& lunar) {
+    const auto tt = [](double jd) {
+        return jd == 0.0 ? 0.0 : jd + kJ2000 + Get_DeltaT(DeltaT_Year(jd)) / 86400.0;
+    };
     for (int year = 1900; year <= 2100; ++year) {
         EclipseTable table;
         Fill_Lunation_Year(year, 0, table);
         for (int i = 0; i < table.Count; ++i) {
             const EclipseRow& r = table.Rows[i];
             Found f;
-            f.max = Our_TT(r.Maximum.Time);
+            f.max = tt(r.Maximum.Time);
             const EclipseEvent* events[6] = {&r.FirstContact, &r.LastContact, &r.PartialStart,
                                              &r.PartialEnd,   &r.TotalStart,  &r.TotalEnd};
-            for (int c = 0; c < 6; ++c) f.contacts[c] = Our_TT(events[c]->Time);
+            for (int c = 0; c < 6; ++c) f.contacts[c] = tt(events[c]->Time);
             f.text = table.Speed[i].Kind;
-            f.kind = Kind_Of(f.text);
             f.gamma = r.Gamma;
             if (r.IsNewMoon != 0) {
                 const EclipseInstant& m = table.Instants[i][kInstantMaximum];
-                f.borderline = std::fabs(m.Moon.Distance - m.UmbraVertex) < eclipse::EarthRadius;
                 const double R = eclipse::EarthRadius;
-                f.chordRatio[0] = m.AxisDistance / (m.PenumbraRadius + R);
-                f.chordRatio[1] = m.AxisDistance / (m.UmbraRadius + R);
-                f.chordRatio[2] = m.AxisDistance / (R - m.UmbraRadius);
+                f.kind = Kind_Of(f.text);
+                f.borderline = std::fabs(m.Moon.Distance - m.UmbraVertex) < R;
+                const double radii[3] = {m.PenumbraRadius + R, m.UmbraRadius + R,
+                                         R - m.UmbraRadius};
+                for (int k = 0; k < 3; ++k) f.chordRatio[k] = m.AxisDistance / radii[k];
                 solar.push_back(f);
                 continue;
             }
             // One text for partial and total lunar eclipses: the events tell them apart.
-            f.kind = r.TotalStart.Time != 0.0     ? Kind::Total
-                     : r.PartialStart.Time != 0.0 ? Kind::Partial
-                                                  : Kind::Penumbral;
+            f.kind = r.TotalStart.Time != 0.0     ? kTotal
+                     : r.PartialStart.Time != 0.0 ? kPartial
+                                                  : kPenumbral;
             const EclipseEvent& m = r.Maximum;
             const double sd2 = 2.0 * m.MoonSD;
             const double umbral = (m.UmbraRadius + m.MoonSD - m.Separation) / sd2;
@@ -112,12 +83,12 @@ void Our_Eclipses(std::vector<Found>& solar, std::vector<Found>& lunar) {
             const double inner = (m.UmbraRadius - m.MoonSD - m.Separation) / sd2;
             f.borderline = std::fabs(umbral) < 0.01 || std::fabs(inner) < 0.01;
             f.graze = penumbral < 0.02;
-            f.chordRatio[0] = m.Separation / (m.PenumbraRadius + m.MoonSD);
-            f.chordRatio[1] = m.Separation / (m.UmbraRadius + m.MoonSD);
-            f.chordRatio[2] = m.Separation / (m.UmbraRadius - m.MoonSD);
+            const double radii[3] = {m.PenumbraRadius + m.MoonSD, m.UmbraRadius + m.MoonSD,
+                                     m.UmbraRadius - m.MoonSD};
+            for (int k = 0; k < 3; ++k) f.chordRatio[k] = m.Separation / radii[k];
             char buf[96];
             std::snprintf(buf, sizeof buf, " (%s; magnitudes: umbral %.4f, penumbral %.4f)",
-                          Kind_Name(f.kind), umbral, penumbral);
+                          kKindNames[f.kind], umbral, penumbral);
             f.text += buf;
             lunar.push_back(f);
         }
@@ -140,84 +111,54 @@ double Swe_Gamma(double jdUT) {
     return std::sqrt(cx * cx + cy * cy + cz * cz) / dn * eclipse::AU / eclipse::EarthRadius;
 }
 
-// Every eclipse from 1900 to 2100 by the reference's search `when` (solar or lunar):
-// `contactSlots` names the slots of its times that hold our six contacts (0 for none).
-template <typename When, typename KindOf, typename Borderline>
-std::vector<Found> Swe_Search(const When& when, const int (&contactSlots)[6], const KindOf& kindOf,
-                              const Borderline& borderline) {
+// Every solar (or lunar) eclipse from 1900 to 2100 by the reference's global search.
+std::vector<Found> Swe_Eclipses(bool solar) {
+    // The slots of the reference's times that hold our six contacts (0 for none).
+    static const int kSolarSlots[6] = {2, 3, 4, 5, 0, 0}, kLunarSlots[6] = {6, 7, 2, 3, 4, 5};
+    const auto tt = [](double ut) { return ut == 0.0 ? 0.0 : ut + swe_deltat(ut); };
     std::vector<Found> out;
-    double t = swe_julday(1900, 1, 1, 0.0, SE_GREG_CAL);
     const double end = swe_julday(2101, 1, 1, 0.0, SE_GREG_CAL);
-    for (;;) {
-        double tret[10] = {};
-        const int type = when(t, tret);
+    char err[256];
+    for (double t = swe_julday(1900, 1, 1, 0.0, SE_GREG_CAL);;) {
+        double tret[10] = {}, geopos[10] = {}, attr[20] = {};
+        const int type = solar ? swe_sol_eclipse_when_glob(t, SEFLG_SWIEPH, 0, tret, 0, err)
+                               : swe_lun_eclipse_when(t, SEFLG_SWIEPH, 0, tret, 0, err);
         if (type <= 0 || tret[0] >= end) break;
         Found f;
-        f.max = Swe_TT(tret[0]);
-        for (int k = 0; k < 6; ++k)
-            if (contactSlots[k] != 0) f.contacts[k] = Swe_TT(tret[contactSlots[k]]);
-        f.kind = kindOf(type);
-        f.gamma = Swe_Gamma(tret[0]);
-        f.borderline = borderline(tret[0]);
+        f.max = tt(tret[0]);
+        for (int k = 0; k < 6; ++k) {
+            const int slot = (solar ? kSolarSlots : kLunarSlots)[k];
+            if (slot != 0) f.contacts[k] = tt(tret[slot]);
+        }
+        if (solar) {
+            f.kind = (type & SE_ECL_ANNULAR_TOTAL) ? kHybrid
+                     : (type & SE_ECL_TOTAL)       ? kTotal
+                     : (type & SE_ECL_ANNULAR)     ? kAnnular
+                                                   : kPartial;
+            f.gamma = Swe_Gamma(tret[0]);
+            swe_sol_eclipse_where(tret[0], SEFLG_SWIEPH, geopos, attr, err);
+            f.borderline = std::fabs(attr[1] - 1.0) < 0.02;  // the ratio of the diameters
+        } else {
+            f.kind = (type & SE_ECL_TOTAL)     ? kTotal
+                     : (type & SE_ECL_PARTIAL) ? kPartial
+                                               : kPenumbral;
+            swe_lun_eclipse_how(tret[0], SEFLG_SWIEPH, geopos, attr, err);
+            f.borderline = std::fabs(attr[0]) < 0.01 || std::fabs(attr[0] - 1.0) < 0.01;
+        }
         out.push_back(f);
         t = tret[0] + 20.0;
     }
     return out;
 }
 
-std::vector<Found> Swe_Solar() {
-    const auto when = [](double t, double* tret) {
-        char err[256];
-        return swe_sol_eclipse_when_glob(t, SEFLG_SWIEPH, 0, tret, 0, err);
-    };
-    const auto kind = [](int type) {
-        return (type & SE_ECL_ANNULAR_TOTAL) ? Kind::Hybrid
-               : (type & SE_ECL_TOTAL)       ? Kind::Total
-               : (type & SE_ECL_ANNULAR)     ? Kind::Annular
-                                             : Kind::Partial;
-    };
-    const auto borderline = [](double jdUT) {
-        double geopos[10], attr[20];
-        char err[256];
-        swe_sol_eclipse_where(jdUT, SEFLG_SWIEPH, geopos, attr, err);
-        return std::fabs(attr[1] - 1.0) < 0.02;  // the ratio of the diameters
-    };
-    return Swe_Search(when, {2, 3, 4, 5, 0, 0}, kind, borderline);
-}
-
-std::vector<Found> Swe_Lunar() {
-    const auto when = [](double t, double* tret) {
-        char err[256];
-        return swe_lun_eclipse_when(t, SEFLG_SWIEPH, 0, tret, 0, err);
-    };
-    const auto kind = [](int type) {
-        return (type & SE_ECL_TOTAL)     ? Kind::Total
-               : (type & SE_ECL_PARTIAL) ? Kind::Partial
-                                         : Kind::Penumbral;
-    };
-    const auto borderline = [](double jdUT) {
-        double geopos[3] = {0, 0, 0}, attr[20];
-        char err[256];
-        swe_lun_eclipse_how(jdUT, SEFLG_SWIEPH, geopos, attr, err);
-        return std::fabs(attr[0]) < 0.01 || std::fabs(attr[0] - 1.0) < 0.01;  // umbral
-    };
-    return Swe_Search(when, {6, 7, 2, 3, 4, 5}, kind, borderline);
-}
-
+// Contacts are compared all, and apart from grazing chords (least distance above 0.9 of the
+// contact radius), where a small difference of shadow size moves the time much. leadSum: the
+// reference's ingress earlier and egress later, positive when its shadow is the larger.
 struct Comparison {
-    int matched = 0, missed = 0, invented = 0, kindAgree = 0;
-    int unexplained = 0;  // disagreements that are not borderline cases
-    double worstMax = 0.0, worstGamma = 0.0;
-    // Contacts: all, and those whose chord is not a graze (least distance at most 0.9 of
-    // the radius of contact), where a small difference of shadow size moves the time little.
-    double worstContact[6] = {0, 0, 0, 0, 0, 0};
-    double worstChordContact = 0.0;
-    // Lunar contacts: how many were compared, how many lie on grazing chords, how many of
-    // those are beyond three minutes; and the mean lead of the reference's contacts (its
-    // ingress earlier, its egress later), which is positive when its shadow is the larger.
-    int contactsCompared = 0, grazingChords = 0, grazingBeyond = 0;
-    double leadSum[3] = {0, 0, 0};
-    int leadCount[3] = {0, 0, 0};
+    int matched = 0, missed = 0, invented = 0, kindAgree = 0, unexplained = 0;
+    double worstMax = 0.0, worstGamma = 0.0, worstContact[6] = {}, worstChordContact = 0.0;
+    int contactsCompared = 0, grazingChords = 0, grazingBeyond = 0, leadCount[3] = {};
+    double leadSum[3] = {};
     std::vector<std::string> disagreements;
 };
 
@@ -240,7 +181,7 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
         if (hit < 0) {
             ++c.missed;
             ++c.unexplained;
-            c.disagreements.push_back(Date_Of(r.max) + " missed (" + Kind_Name(r.kind) + ")");
+            c.disagreements.push_back(Date_Of(r.max) + " missed (" + kKindNames[r.kind] + ")");
             continue;
         }
         used[static_cast<size_t>(hit)] = true;
@@ -250,19 +191,14 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
         for (int k = 0; k < 6; ++k) {
             if (o.contacts[k] == 0.0 || r.contacts[k] == 0.0) continue;
             const double d = std::fabs(o.contacts[k] - r.contacts[k]);
+            const bool chord = o.chordRatio[k / 2] <= 0.9;
             c.worstContact[k] = std::max(c.worstContact[k], d);
-            if (solar) {
-                if (o.chordRatio[k / 2] <= 0.9)
-                    c.worstChordContact = std::max(c.worstChordContact, d);
-                continue;
-            }
+            if (chord) c.worstChordContact = std::max(c.worstChordContact, d);
+            if (solar) continue;
             ++c.contactsCompared;
-            c.leadSum[k / 2] +=
-                k % 2 == 0 ? o.contacts[k] - r.contacts[k] : r.contacts[k] - o.contacts[k];
+            c.leadSum[k / 2] += (k % 2 == 0 ? 1.0 : -1.0) * (o.contacts[k] - r.contacts[k]);
             ++c.leadCount[k / 2];
-            if (o.chordRatio[k / 2] <= 0.9) {
-                c.worstChordContact = std::max(c.worstChordContact, d);
-            } else {
+            if (!chord) {
                 ++c.grazingChords;
                 if (d >= 3.0 * kMinute) ++c.grazingBeyond;
             }
@@ -276,7 +212,7 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
         if (!borderline) ++c.unexplained;
         char buf[200];
         std::snprintf(buf, sizeof buf, "%s ours %s, reference %s, gamma %.4f%s",
-                      Date_Of(r.max).c_str(), o.text.c_str(), Kind_Name(r.kind), o.gamma,
+                      Date_Of(r.max).c_str(), o.text.c_str(), kKindNames[r.kind], o.gamma,
                       borderline ? " (borderline on both sides)" : "");
         c.disagreements.push_back(buf);
     }
@@ -291,28 +227,26 @@ Comparison Compare(const std::vector<Found>& ours, const std::vector<Found>& ref
 }
 
 void Report(const char* what, const Comparison& c) {
+    const double s = 86400.0;
     std::printf(
         "%s: %d matched, %d missed, %d found here only, kind agrees %d (%.2f%%); "
         "largest differences: maximum %.1f s, gamma %.5f\n",
         what, c.matched, c.missed, c.invented, c.kindAgree,
-        100.0 * c.kindAgree / std::max(1, c.matched), c.worstMax * 86400.0, c.worstGamma);
+        100.0 * c.kindAgree / std::max(1, c.matched), c.worstMax * s, c.worstGamma);
     std::printf(
-        "  contacts (s): penumbra in %.1f, out %.1f; umbra in %.1f, out %.1f; "
-        "total in %.1f, out %.1f",
-        c.worstContact[0] * 86400.0, c.worstContact[1] * 86400.0, c.worstContact[2] * 86400.0,
-        c.worstContact[3] * 86400.0, c.worstContact[4] * 86400.0, c.worstContact[5] * 86400.0);
-    if (c.worstChordContact > 0.0)
-        std::printf("; all but grazing chords %.1f", c.worstChordContact * 86400.0);
-    std::printf("\n");
+        "  contacts (s): penumbra in %.1f, out %.1f; umbra in %.1f, out %.1f; total in %.1f, "
+        "out %.1f; all but grazing chords %.1f\n",
+        c.worstContact[0] * s, c.worstContact[1] * s, c.worstContact[2] * s, c.worstContact[3] * s,
+        c.worstContact[4] * s, c.worstContact[5] * s, c.worstChordContact * s);
     if (c.contactsCompared > 0)
         std::printf(
-            "  %d contacts compared; %d on grazing chords (least distance above 0.9 of the "
-            "contact radius), %d of them beyond 3 min; the reference's contacts lead ours on "
-            "average by: penumbral %.1f s, partial %.1f s, total %.1f s\n",
+            "  %d contacts compared; %d on grazing chords, %d of them beyond 3 min; the "
+            "reference's contacts lead ours on average by: penumbral %.1f s, partial %.1f s, "
+            "total %.1f s\n",
             c.contactsCompared, c.grazingChords, c.grazingBeyond,
-            c.leadSum[0] / std::max(1, c.leadCount[0]) * 86400.0,
-            c.leadSum[1] / std::max(1, c.leadCount[1]) * 86400.0,
-            c.leadSum[2] / std::max(1, c.leadCount[2]) * 86400.0);
+            c.leadSum[0] / std::max(1, c.leadCount[0]) * s,
+            c.leadSum[1] / std::max(1, c.leadCount[1]) * s,
+            c.leadSum[2] / std::max(1, c.leadCount[2]) * s);
     for (const std::string& d : c.disagreements) std::printf("  %s\n", d.c_str());
 }
 
@@ -320,8 +254,8 @@ TEST(EclipseSearch, EveryEclipseFrom1900To2100AgainstTheSwissEphemeris) {
     swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
     std::vector<Found> solar, lunar;
     Our_Eclipses(solar, lunar);
-    const Comparison s = Compare(solar, Swe_Solar(), true);
-    const Comparison l = Compare(lunar, Swe_Lunar(), false);
+    const Comparison s = Compare(solar, Swe_Eclipses(true), true);
+    const Comparison l = Compare(lunar, Swe_Eclipses(false), false);
     swe_close();
     Report("Solar", s);
     Report("Lunar", l);
