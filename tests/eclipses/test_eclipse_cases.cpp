@@ -28,76 +28,68 @@ std::vector<std::string> Kinds(const EclipseTable& t) {
     return k;
 }
 
-TEST(EclipseFill, KindTextsOfTheYears) {
+TEST(EclipseFill, Year2023AnnularAndPenumbral) {
     EclipseTable t;
     Fill_Lunation_Year(2023, 0, t);
     // A hybrid, a penumbral lunar, an annular with the axis on the Earth, a partial lunar.
     EXPECT_EQ(Kinds(t), (std::vector<std::string>{"Hybrid Solar Eclipse", "Penumbral Lunar Eclipse",
                                                   "Total Annular Eclipse", "Lunar Eclipse"}));
-    // 2018: three partial solar eclipses that only graze the Earth, two total lunar ones.
-    // The February one has the Moon far enough for its umbral cone to end short of the
-    // Earth, and its kind keeps the annular word.
+    ASSERT_EQ(t.Count, 4);
+    // October 14: the umbral cone ends short of the Earth, yet the umbra's radius stays positive.
+    const EclipseRow& a = t.Rows[2];
+    const EclipseInstant& m = t.Instants[2][kInstantMaximum];
+    EXPECT_LT(m.UmbraVertex, m.Moon.Distance - eclipse::EarthRadius);
+    EXPECT_GT(m.UmbraRadius, 0.0);
+    EXPECT_GT(a.Maximum.UmbraRadius, 0.0);
+    EXPECT_NEAR(a.Gamma, 0.3753, 0.002);  // published Gamma 0.3753
+    EXPECT_NE(t.Speed[2].Annular, 0);
+    EXPECT_EQ(a.IsNewMoon, -1);
+    EXPECT_EQ(a.DateLabel, "14th of October 2023");
+    // The whole antumbra on the disc: every contact happens, in time order.
+    const double order[7] = {a.FirstContact.Time, a.PartialStart.Time, a.TotalStart.Time,
+                             a.Maximum.Time,      a.TotalEnd.Time,     a.PartialEnd.Time,
+                             a.LastContact.Time};
+    for (int k = 1; k < 7; ++k) EXPECT_LT(order[k - 1], order[k]);
+    // The contacts kept as instants sit on their circles.
+    const EclipseInstant& in = t.Instants[2][kInstantPenIn];
+    const EclipseInstant& out = t.Instants[2][kInstantTotalOut];
+    EXPECT_NEAR(in.AxisDistance, in.PenumbraRadius + eclipse::EarthRadius, 5.0);
+    EXPECT_NEAR(out.AxisDistance, eclipse::EarthRadius - out.UmbraRadius, 5.0);
+
+    // May 5, penumbral: no partial or total times; October 28, partial: no total times.
+    const EclipseRow &pen = t.Rows[1], &part = t.Rows[3];
+    EXPECT_EQ(pen.IsNewMoon, 0);
+    for (double time : {pen.PartialStart.Time, pen.PartialEnd.Time, pen.TotalStart.Time,
+                        pen.TotalEnd.Time, part.TotalStart.Time, part.TotalEnd.Time})
+        EXPECT_EQ(time, 0.0);
+    EXPECT_NE(part.PartialStart.Time, 0.0);
+    EXPECT_LT(pen.FirstContact.Time, pen.Maximum.Time);
+    EXPECT_GT(pen.LastContact.Time, pen.Maximum.Time);
+}
+
+TEST(EclipseFill, Year2018GrazingSolarEclipsesArePartial) {
+    EclipseTable t;
     Fill_Lunation_Year(2018, 0, t);
-    ASSERT_EQ(t.Count, 5);
+    // Three solar eclipses that only graze the Earth, two total lunar ones. In February the
+    // Moon is far enough for its umbral cone to end short of the Earth: the annular word stays.
     EXPECT_EQ(Kinds(t), (std::vector<std::string>{"Lunar Eclipse", "Partial Annular Eclipse",
                                                   "Partial Solar Eclipse", "Lunar Eclipse",
                                                   "Partial Solar Eclipse"}));
+    ASSERT_EQ(t.Count, 5);
     const double publishedGamma[5] = {0.0, 1.2117, 1.3542, 0.0, 1.1476};
     for (int i = 0; i < t.Count; ++i) {
-        if (t.Rows[i].IsNewMoon == 0) continue;
-        EXPECT_NEAR(t.Rows[i].Gamma, publishedGamma[i], 0.001) << i;
-        EXPECT_EQ(t.Rows[i].PartialStart.Time, 0.0);  // the umbra misses the Earth
-        EXPECT_EQ(t.Rows[i].TotalStart.Time, 0.0);
-        EXPECT_LT(t.Rows[i].FirstContact.Time, t.Rows[i].Maximum.Time);
-        EXPECT_GT(t.Rows[i].LastContact.Time, t.Rows[i].Maximum.Time);
+        const EclipseRow& r = t.Rows[i];
+        if (r.IsNewMoon == 0) {
+            EXPECT_NE(r.TotalStart.Time, 0.0) << i;
+            continue;
+        }
+        EXPECT_NEAR(r.Gamma, publishedGamma[i], 0.001) << i;
+        EXPECT_EQ(r.PartialStart.Time, 0.0);  // the umbra misses the Earth
+        EXPECT_EQ(r.TotalStart.Time, 0.0);
+        EXPECT_LT(r.FirstContact.Time, r.Maximum.Time);
+        EXPECT_GT(r.LastContact.Time, r.Maximum.Time);
     }
-    EXPECT_EQ(t.Speed[0].Kind, "Lunar Eclipse");
-    EXPECT_NE(t.Rows[0].TotalStart.Time, 0.0);
     EXPECT_EQ(t.Rows[0].DateLabel, "31st of January 2018");
-}
-
-TEST(EclipseFill, AnnularCentralKeepsAPositiveUmbra) {
-    EclipseTable t;
-    Fill_Lunation_Year(2023, 0, t);
-    const int i = 2;  // 2023 October 14
-    ASSERT_EQ(t.Speed[i].Kind, "Total Annular Eclipse");
-    const EclipseInstant& m = t.Instants[i][kInstantMaximum];
-    EXPECT_LT(m.UmbraVertex, m.Moon.Distance - eclipse::EarthRadius);  // the cone ends short
-    EXPECT_GT(m.UmbraRadius, 0.0);
-    EXPECT_GT(t.Rows[i].Maximum.UmbraRadius, 0.0);
-    EXPECT_NEAR(t.Rows[i].Gamma, 0.3753, 0.002);  // published Gamma 0.3753
-    EXPECT_NE(t.Speed[i].Annular, 0);
-    // The whole antumbra on the disc: every contact happens, in time order.
-    const EclipseRow& r = t.Rows[i];
-    const double order[7] = {r.FirstContact.Time, r.PartialStart.Time, r.TotalStart.Time,
-                             r.Maximum.Time,      r.TotalEnd.Time,     r.PartialEnd.Time,
-                             r.LastContact.Time};
-    for (int k = 1; k < 7; ++k) EXPECT_LT(order[k - 1], order[k]);
-    EXPECT_EQ(r.DateLabel, "14th of October 2023");
-    EXPECT_EQ(r.IsNewMoon, -1);
-    // The contacts kept as instants sit on their circles.
-    EXPECT_NEAR(t.Instants[i][kInstantPenIn].AxisDistance,
-                t.Instants[i][kInstantPenIn].PenumbraRadius + eclipse::EarthRadius, 5.0);
-    EXPECT_NEAR(t.Instants[i][kInstantTotalOut].AxisDistance,
-                eclipse::EarthRadius - t.Instants[i][kInstantTotalOut].UmbraRadius, 5.0);
-}
-
-TEST(EclipseFill, PenumbralLunarEclipseHasNoUmbralTimes) {
-    EclipseTable t;
-    Fill_Lunation_Year(2023, 0, t);
-    const EclipseRow& r = t.Rows[1];  // 2023 May 5
-    ASSERT_EQ(t.Speed[1].Kind, "Penumbral Lunar Eclipse");
-    EXPECT_EQ(r.PartialStart.Time, 0.0);
-    EXPECT_EQ(r.PartialEnd.Time, 0.0);
-    EXPECT_EQ(r.TotalStart.Time, 0.0);
-    EXPECT_EQ(r.TotalEnd.Time, 0.0);
-    EXPECT_LT(r.FirstContact.Time, r.Maximum.Time);
-    EXPECT_GT(r.LastContact.Time, r.Maximum.Time);
-    EXPECT_EQ(r.IsNewMoon, 0);
-    // The partial lunar eclipse of 2023 October 28 keeps its total times zero.
-    EXPECT_NE(t.Rows[3].PartialStart.Time, 0.0);
-    EXPECT_EQ(t.Rows[3].TotalStart.Time, 0.0);
-    EXPECT_EQ(t.Rows[3].TotalEnd.Time, 0.0);
 }
 
 TEST(EclipseFill, LunarGammaAndContactsOfTheTotalEclipseOf2022November8) {
@@ -109,9 +101,8 @@ TEST(EclipseFill, LunarGammaAndContactsOfTheTotalEclipseOf2022November8) {
     ASSERT_NE(r, nullptr);
     EXPECT_NEAR(r->Gamma, 0.2570, 0.001);  // published Gamma 0.2570
     EXPECT_NEAR(r->Maximum.Gamma, 0.2570f, 0.001f);
-    // The Moon sits on the circle of each contact.
-    const EclipseEvent& in = r->TotalStart;
-    EclipseEvent check = in;
+    // At the start of totality the Moon sits on the circle of that contact.
+    EclipseEvent check = r->TotalStart;
     check.WantGamma = -1;
     Shadow_At(check, kAccuracyFull);
     EXPECT_NEAR(check.Separation, check.UmbraRadius - check.MoonSD, 2.0 * kArcsec);
@@ -146,6 +137,7 @@ TEST(EclipseFill, PhasesOfTheYearInZoneTime) {
             EXPECT_GT(p.UT, phases[i - 1].UT);
         }
         EXPECT_EQ(JD_To_Date(p.ZoneJD).wYear, 2024);
+        EXPECT_EQ(p.Eclipse.empty(), p.EclipseRow < 0);
         // The refined moment against the Swiss Ephemeris's elongation, in TT.
         const double jdTT = p.UT + kJ2000 + Get_DeltaT(DeltaT_Year(p.UT)) / 86400.0;
         double sun[6], moon[6];
@@ -154,11 +146,9 @@ TEST(EclipseFill, PhasesOfTheYearInZoneTime) {
         swe_calc(jdTT, SE_MOON, SEFLG_SWIEPH, moon, err);
         const double e = std::remainder(moon[0] - sun[0] - 90.0 * p.Phase, 360.0);
         worst = std::max(worst, std::fabs(e / 12.19) * 1440.0);  // minutes
-        EXPECT_EQ(p.Eclipse.empty(), p.EclipseRow < 0);
     }
     swe_close();
-    // Rounded to the minute: within a minute of the true phase.
-    EXPECT_LT(worst, 1.0);
+    EXPECT_LT(worst, 1.0);  // rounded to the minute: within a minute of the true phase
     // Four eclipses in 2024, in time order, each with its cell.
     EXPECT_EQ(t.Count, 4);
     EXPECT_EQ(t.Speed[1].Kind, "Total Solar Eclipse");
@@ -179,8 +169,7 @@ TEST(EclipseFill, NewMoonPastMidnightOfTheYearGetsNoCell) {
         const std::vector<LunationPhase> zone0 = Fill_Lunation_Year(year, 0, t);
         ASSERT_EQ(zone0.back().Phase, 0);
         const double ut = zone0.back().UT;
-        const std::vector<LunationPhase> east = Fill_Lunation_Year(year, bias, t);
-        EXPECT_LT(east.back().UT, ut);  // no cell this year
+        EXPECT_LT(Fill_Lunation_Year(year, bias, t).back().UT, ut);  // no cell this year
         const std::vector<LunationPhase> next = Fill_Lunation_Year(year + 1, bias, t);
         EXPECT_EQ(next.front().Phase, 0);  // but the first of the next year
         EXPECT_EQ(next.front().UT, ut);
@@ -190,14 +179,13 @@ TEST(EclipseFill, NewMoonPastMidnightOfTheYearGetsNoCell) {
     EXPECT_EQ(found, 1);
 }
 
-TEST(EclipseFill, MinuteRoundingIsToEvenAtHalves) {
+TEST(EclipseTexts, MinutesDateLabelsAndBrowsing) {
+    // Zone minutes round half to even.
     EXPECT_EQ(Zone_Minute(10.5 / 1440.0, 0) * 1440.0, 10.0);
     EXPECT_EQ(Zone_Minute(11.5 / 1440.0, 0) * 1440.0, 12.0);
     EXPECT_EQ(Zone_Minute(10.5 / 1440.0, 60) * 1440.0, 70.0);
     EXPECT_NEAR(Zone_Minute(10.51 / 1440.0, 0) * 1440.0, 11.0, 1e-9);
-}
 
-TEST(EclipseTexts, DateLabels) {
     const double jd = Calc_JD({2017, 8, 0, 21, 18, 26, 0, 0}, false);
     EXPECT_EQ(Eclipse_Date_Label(jd, 0), "21st of August 2017");
     EXPECT_EQ(Eclipse_Date_Label(jd, 0, true), "21st of August '17");
@@ -211,18 +199,14 @@ TEST(EclipseTexts, DateLabels) {
     EXPECT_EQ(Join_Eclipse_Kinds("", "Lunar Eclipse"), "Lunar Eclipse");
     EXPECT_EQ(Join_Eclipse_Kinds("Lunar Eclipse", "Total Solar Eclipse"),
               "Lunar/Total Solar Eclipse");
-}
 
-TEST(EclipseTexts, NextAndPreviousWrapAround) {
+    // "Next Eclipse" and "Previous Eclipse" wrap around; an empty table stays at 0.
     EclipseTable t;
-    EXPECT_EQ(Next_Eclipse(t), 0);
-    EXPECT_EQ(Previous_Eclipse(t), 0);
+    std::vector<int> steps = {Next_Eclipse(t), Previous_Eclipse(t)};
     t.Count = 3;
-    EXPECT_EQ(Next_Eclipse(t), 1);
-    EXPECT_EQ(Next_Eclipse(t), 2);
-    EXPECT_EQ(Next_Eclipse(t), 0);
-    EXPECT_EQ(Previous_Eclipse(t), 2);
-    EXPECT_EQ(Previous_Eclipse(t), 1);
+    for (int k = 0; k < 3; ++k) steps.push_back(Next_Eclipse(t));
+    for (int k = 0; k < 2; ++k) steps.push_back(Previous_Eclipse(t));
+    EXPECT_EQ(steps, (std::vector<int>{0, 0, 1, 2, 0, 2, 1}));
 }
 
 TEST(EclipseGeometry, CircleIntersection) {
@@ -259,7 +243,7 @@ TEST(EclipseGeometry, InterpolatedInstantsAcrossTheWrap) {
     FAIL() << "no wrap of the Sun's GHA found";
 }
 
-TEST(EclipseGeometry, WindowPlacesStayWithTheFullSeries) {
+TEST(EclipseGeometry, WindowPlacesAndRefinedPhasesStayWithTheFullSeries) {
     for (double centre : {-913000.0, 8864.26, 200000.0}) {  // 500 BC, 2024, AD 2547
         const EclipseWindow window(centre);
         for (double h : {-6.0, -3.0, 0.0, 2.0, 6.0}) {
@@ -268,20 +252,18 @@ TEST(EclipseGeometry, WindowPlacesStayWithTheFullSeries) {
             window.Places(t, sun, moon);
             const EarthFrame f = Calc_EarthFrame(t);
             const BodyPlace s = Calc_Sun(kAccuracyFull, f), m = Calc_Moon(kAccuracyFull, f);
-            EXPECT_NEAR(std::remainder(sun.RA - s.RA, 6.283185307179586), 0.0, 0.05 * kArcsec);
-            EXPECT_NEAR(sun.Dec, s.Dec, 0.05 * kArcsec);
-            EXPECT_NEAR(std::remainder(moon.RA - m.RA, 6.283185307179586), 0.0, 0.05 * kArcsec)
-                << centre << " " << h;
-            EXPECT_NEAR(moon.Dec, m.Dec, 0.05 * kArcsec) << centre << " " << h;
+            for (const auto& [ours, full] : {std::pair{&sun, &s}, std::pair{&moon, &m}}) {
+                EXPECT_NEAR(std::remainder(ours->RA - full->RA, 2.0 * M_PI), 0.0, 0.05 * kArcsec)
+                    << centre << " " << h;
+                EXPECT_NEAR(ours->Dec, full->Dec, 0.05 * kArcsec) << centre << " " << h;
+            }
             EXPECT_NEAR(moon.Distance, m.Distance, 0.05);
         }
     }
-}
-
-TEST(EclipseGeometry, PhaseRefinementConverges) {
+    // The secant refinement converges from seven hours out onto the series' moment.
     for (int phase = 0; phase < 4; ++phase) {
         const double series = Phase_Before(9000.0, 69.0 / 3.15576e9, static_cast<MoonPhase>(phase));
-        const double refined = Refine_Phase(series + 0.3, phase);  // seven hours out
+        const double refined = Refine_Phase(series + 0.3, phase);
         EXPECT_LT(std::fabs(Phase_Error(refined, phase)), 1.0 * kArcsec);
         EXPECT_NEAR(refined, series, 30.0 / 86400.0);
     }
