@@ -5,7 +5,9 @@
 
 #include <swephexp.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "ephemeris/Time_Calcs.h"
 #include "ephemeris/swe_reference.h"
@@ -72,6 +74,35 @@ double Bisect(F f, double lo, double hi) {
         }
     }
     return 0.5 * (lo + hi);
+}
+
+// Every crossing of a threshold `horizon(distanceKm)` by the Moon's true altitude between
+// `start` and `end`: a scan by ten minutes and bisection.
+struct MoonCrossing {
+    double Time;
+    bool Rise;
+    double Rate;  // minutes of arc a minute of time
+};
+template <class H>
+std::vector<MoonCrossing> Swe_Moon_Crossings(double start, double end, double lat, double lon,
+                                             H horizon) {
+    auto f = [&](double t) {
+        double dist = 0;
+        const double h = Swe_True_Alt(t, SE_MOON, lat, lon, &dist);
+        return h - horizon(dist * kAuKm);
+    };
+    std::vector<MoonCrossing> out;
+    for (double a = start, fa = f(a); a < end;) {
+        const double b = std::min(end, a + 10.0 / 1440.0), fb = f(b);
+        if ((fa > 0) != (fb > 0)) {
+            const double t = Bisect(f, a, b);
+            out.push_back(
+                {t, fb > 0, std::fabs(f(t + 30.0 / 86400.0) - f(t - 30.0 / 86400.0)) * kArcmin});
+        }
+        a = b;
+        fa = fb;
+    }
+    return out;
 }
 
 // A small deterministic generator of test cases.

@@ -1,6 +1,5 @@
 // Sunrise, sunset, the twilights, moonrise and moonset for the observer against the Swiss
-// Ephemeris for the same definitions (the true altitude of the centre at -50', -6°, -12°,
-// -18°, and the Moon's horizon with the standard values), and the texts of the rows.
+// Ephemeris for the same definitions, and the texts of the rows.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -57,14 +56,14 @@ const SunEvent kSunEvents[] = {
 // The moment of one of the Sun's events of Sun_Day (0 for none).
 double Sun_Event_Moment(const SunEvent& e) {
     double t = 0.0;
-    Event_Text_Style style;
     if (e.Alt == kStandardSunriseAlt)
-        Sun_Rise_Set(e.Morning, style, &t);
+        Sun_Rise_Set(e.Morning, Event_Text_Style{}, &t);
     else
-        Twilight_Text(e.Alt, e.Morning, style, &t);
+        Twilight_Text(e.Alt, e.Morning, Event_Text_Style{}, &t);
     return t;
 }
 
+// 200 places and dates from 60°S to 72°N: the centre at -50', -6°, -12° and -18°.
 TEST_F(Events, SunAgainstTheSwissEphemeris) {
     Lcg rng;
     double worst = 0.0, worstSlow = 0.0;
@@ -74,18 +73,19 @@ TEST_F(Events, SunAgainstTheSwissEphemeris) {
         const double jd = std::floor(rng.Range(-36500.0, 36500.0)) + 0.3;
         Observe_From(lat, lon);
         Main_Sun_Rows(jd, 0, false);
-        const double phi = Settings.ObserverLat, lam = Settings.ObserverLong;
         for (const SunEvent& e : kSunEvents) {
             const double ours = Sun_Event_Moment(e);
-            auto f = [&](double t) { return Swe_True_Alt(t, SE_SUN, phi, lam) - e.Alt; };
+            auto f = [&](double t) {
+                return Swe_True_Alt(t, SE_SUN, Settings.ObserverLat, Settings.ObserverLong) - e.Alt;
+            };
             const double lo = e.Morning ? Sun_Day.Sun_Before.Time : Sun_Day.Sun_Noon.Time;
             const double hi = e.Morning ? Sun_Day.Sun_Noon.Time : Sun_Day.Sun_After.Time;
             const double flo = f(lo), fhi = f(hi);
             const bool exists = e.Morning ? (flo < 0 && fhi >= 0) : (flo >= 0 && fhi < 0);
-            const double margin = std::min(std::fabs(flo), std::fabs(fhi)) * kArcmin;
             if (exists != (ours != 0.0)) {
                 // Only a threshold grazed at a passage may be judged either way.
-                EXPECT_LT(margin, 0.3) << "lat " << lat << " jd " << jd << " alt " << e.Alt;
+                EXPECT_LT(std::min(std::fabs(flo), std::fabs(fhi)) * kArcmin, 0.3)
+                    << "lat " << lat << " jd " << jd << " alt " << e.Alt;
                 ++grazing;
                 continue;
             }
@@ -94,9 +94,8 @@ TEST_F(Events, SunAgainstTheSwissEphemeris) {
                 continue;
             }
             const double ref = Bisect(f, lo, hi);
-            const double rate = std::fabs(f(ref + 30.0 / 86400.0) - f(ref - 30.0 / 86400.0)) *
-                                kArcmin;  // minutes of arc a minute of time
-            if (rate < 1.0) {
+            // Slower than 1' a minute of time: the altitude at our moment is held instead.
+            if (std::fabs(f(ref + 30.0 / 86400.0) - f(ref - 30.0 / 86400.0)) * kArcmin < 1.0) {
                 const double off = std::fabs(f(ours)) * kArcmin;
                 EXPECT_LT(off, 0.3) << "lat " << lat << " jd " << jd << " alt " << e.Alt;
                 worstSlow = std::max(worstSlow, off);
@@ -129,22 +128,18 @@ TEST_F(Events, SunTexts) {
     EXPECT_EQ(winter[5], kNoEvent);
     for (int i : {0, 1, 2, 6, 7, 8}) EXPECT_EQ(winter[i].size(), 5u) << winter[i];
 
-    // 45° west of the zone's meridian in June the end of astronomical twilight falls
-    // after midnight: it carries the next day's number.
+    // 45° west of the zone's meridian in June, astronomical twilight ends after midnight.
     Observe_From(45.0, -45.0);
     Sun_Row june = Main_Sun_Rows(Day_Of(2023, 6, 1) + 0.5, 0, false);
     EXPECT_EQ(june[8].substr(0, 4), "02/ ") << june[8];
     EXPECT_EQ(june[8].size(), 9u);
     EXPECT_EQ(june[0].find('/'), std::string::npos) << june[0];
 
-    // On Clocks with seconds: sunrise, the passage and sunset show them, twilights never;
-    // no day prefix there.
+    // On Clocks: seconds for sunrise, the passage and sunset only; no day prefix.
     Clox_Day day{Day_Of(2023, 6, 1) + 0.5 + 2.0 / 24.0, 0};
     std::vector<Sun_Row> rows = Clox_Sun_Row(std::span<const Clox_Day>(&day, 1), true);
     ASSERT_EQ(rows.size(), 1u);
-    for (int i : {3, 4, 5}) EXPECT_EQ(rows[0][i].size(), 8u) << rows[0][i];
-    for (int i : {0, 1, 2, 6, 7}) EXPECT_EQ(rows[0][i].size(), 5u) << rows[0][i];
-    EXPECT_EQ(rows[0][8].size(), 5u) << rows[0][8];
+    for (int i = 0; i < 9; ++i) EXPECT_EQ(rows[0][i].size(), i >= 3 && i <= 5 ? 8u : 5u) << i;
 }
 
 TEST_F(Events, MovingObserver) {
@@ -168,23 +163,20 @@ TEST_F(Events, MovingObserver) {
     EXPECT_EQ(still.Texts, fixedMoon.Texts);
     EXPECT_EQ(still.Titles, fixedMoon.Titles);
 
-    // At 30 knots to the east (through the fix at noon) each event is right for the place
-    // where the ship is at that moment, some minutes from the fixed observer's.
+    // At 30 knots to the east each event is right for where the ship is at that moment.
     Settings.FixSpeed = 30.0f;
     Main_Sun_Rows(jd, -240, true);
+    float lat, lon, course, speed;
     for (size_t i = 0; i < fixedMoments.size(); ++i) {
         const double t = Sun_Event_Moment(kSunEvents[i]);
         ASSERT_NE(t, 0.0);
         EXPECT_GT(std::fabs(t - fixedMoments[i]), 60.0 / 86400.0) << i;
-        float lat, lon, course, speed;
         Get_Position(t, lat, lon, course, speed);
         EXPECT_NEAR(Swe_True_Alt(t, SE_SUN, lat, lon) * kArcmin, kSunEvents[i].Alt * kArcmin, 0.3)
             << i;
     }
-    const Moon_Rows_Result moving = Moon_Rows(jd, -240, true);
-    for (double t : moving.Moments) {
+    for (double t : Moon_Rows(jd, -240, true).Moments) {
         if (t == 0.0) continue;
-        float lat, lon, course, speed;
         Get_Position(t, lat, lon, course, speed);
         double dist = 0;
         const double h = Swe_True_Alt(t, SE_MOON, lat, lon, &dist);
@@ -195,41 +187,36 @@ TEST_F(Events, MovingObserver) {
 TEST_F(Events, StandardAndActualValues) {
     Observe_From(45.0, 10.0);
     const double jd = Day_Of(2022, 3, 3) + 0.5;
-    Main_Sun_Rows(jd, 60, false);
-    const double standard = Sun_Event_Moment({kStandardSunriseAlt, true});
-    // The standard sunrise knows no height of eye.
+    const auto sunrise = [&] {
+        Main_Sun_Rows(jd, 60, false);
+        return Sun_Event_Moment({kStandardSunriseAlt, true});
+    };
+    const double standard = sunrise();
+    // The standard values know no height of eye and no latitude term.
     Settings.HtOfEye = 25.0f;
     Compute_Derived_Settings();
-    Main_Sun_Rows(jd, 60, false);
-    EXPECT_EQ(Sun_Event_Moment({kStandardSunriseAlt, true}), standard);
+    EXPECT_EQ(sunrise(), standard);
     EXPECT_EQ(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
-    // At the mean distance the Moon's horizontal parallax is 57'.04 and its semi-diameter
-    // 15'.54: with 34' of refraction the centre is 7'.50 up when the upper limb rises.
+    // At the mean distance HP is 57'.04 and SD 15'.54: with 34' of refraction the centre is
+    // 7'.50 up when the upper limb rises.
     EXPECT_NEAR(Moon_Horizon(0.7f, 384400.0) * kArcmin, 7.50, 0.01);
 
-    // The actual values: the upper limb on the sea horizon 25 m below the eye (more cases
-    // below). That horizon lies 8'.8 down, and with the refraction there the centre's
-    // threshold is about 10' below -50': the Sun, climbing 10' a minute here, rises about a
-    // minute before the standard sunrise.
+    // The actual values: the sea horizon 25 m down lies 8'.8 below, with its refraction
+    // about 10' more; the Sun, climbing 10' a minute, rises about a minute earlier.
     Settings.SimplifiedRiseSet = 1;
-    Main_Sun_Rows(jd, 60, false);
-    const double actual = Sun_Event_Moment({kStandardSunriseAlt, true});
+    const double actual = sunrise();
     EXPECT_LT(actual, standard - 0.5 / 1440.0);
     EXPECT_GT(actual, standard - 2.0 / 1440.0);
-    // With the actual values the Moon's horizon has the figure of the Earth in it.
     EXPECT_NE(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
-    // Only the byte 1 asks for the actual values: any other is the standard ones.
+    // Only the byte 1 asks for the actual values.
     Settings.SimplifiedRiseSet = 2;
     EXPECT_EQ(Moon_Horizon(0.0f, 384400.0), Moon_Horizon(1.2f, 384400.0));
-    Main_Sun_Rows(jd, 60, false);
-    EXPECT_EQ(Sun_Event_Moment({kStandardSunriseAlt, true}), standard);
+    EXPECT_EQ(sunrise(), standard);
 }
 
-// Sunrise and sunset with the actual values at places and dates from 60°S to 72°N and
-// heights of eye from 0 to 30 m: at our moment the upper limb stands on the sea horizon
-// (the Sun's place by the full series: the search, not the ephemeris, is under test; the
-// ephemeris is held to the reference above); and the moment is earlier at sunrise (later at
-// sunset) than the standard one by the extra dip, refraction and semi-diameter.
+// With the actual values at 40 places, dates and heights of eye: at our moment the upper limb
+// stands on the sea horizon (the Sun's place by our full series: the search is under test),
+// earlier at sunrise and later at sunset than the standard moment.
 TEST_F(Events, ActualSunriseAndSunsetOnTheSeaHorizon) {
     Lcg rng;
     double worst = 0.0;
@@ -243,7 +230,7 @@ TEST_F(Events, ActualSunriseAndSunsetOnTheSeaHorizon) {
         Compute_Derived_Settings();
         Main_Sun_Rows(jd, 0, false);
         for (bool morning : {true, false}) {
-            double t = 0.0;
+            double t = 0.0, standard = 0.0;
             Sun_Rise_Set(morning, Event_Text_Style{}, &t);
             if (t == 0.0) continue;
             const Sun_Alt_Values v = Sun_Alt_Record(Settings.ObserverLat, Settings.ObserverLong,
@@ -252,9 +239,7 @@ TEST_F(Events, ActualSunriseAndSunsetOnTheSeaHorizon) {
             EXPECT_NEAR(v.Apparent_Alt * kArcmin, 0.0, 0.01) << lat << " " << jd << " " << morning;
             worst = std::max(worst, std::fabs(v.Apparent_Alt * kArcmin));
             ++timed;
-            // Against the standard values of the same day.
             Settings.SimplifiedRiseSet = 0;
-            double standard = 0.0;
             Sun_Rise_Set(morning, Event_Text_Style{}, &standard);
             Settings.SimplifiedRiseSet = 1;
             if (standard != 0.0) {
@@ -267,38 +252,6 @@ TEST_F(Events, ActualSunriseAndSunsetOnTheSeaHorizon) {
     EXPECT_GT(timed, 60);
 }
 
-// All crossings of the Moon's horizon in the zone day by the reference: a scan by ten
-// minutes and bisection.
-struct RefMoonEvent {
-    double Time;
-    bool Rise;
-    double Rate;  // minutes of arc a minute of time
-};
-std::vector<RefMoonEvent> Reference_Moon_Events(double start, double end, double lat, double lon,
-                                                double& nearest) {
-    auto f = [&](double t) {
-        double dist = 0;
-        const double h = Swe_True_Alt(t, SE_MOON, lat, lon, &dist);
-        return h - Moon_Horizon(static_cast<float>(lat), dist * kAuKm);
-    };
-    std::vector<RefMoonEvent> events;
-    nearest = 1e9;
-    const double step = 10.0 / 1440.0;
-    double a = start, fa = f(a);
-    while (a < end) {
-        const double b = std::min(end, a + step), fb = f(b);
-        nearest = std::min(nearest, std::fabs(fb) * kArcmin);
-        if ((fa > 0) != (fb > 0)) {
-            const double t = Bisect(f, a, b);
-            const double rate = std::fabs(f(t + 30.0 / 86400.0) - f(t - 30.0 / 86400.0)) * kArcmin;
-            events.push_back({t, fb > 0, rate});
-        }
-        a = b;
-        fa = fb;
-    }
-    return events;
-}
-
 TEST_F(Events, MoonAgainstTheSwissEphemeris) {
     Lcg rng;
     double worst = 0.0;
@@ -309,12 +262,12 @@ TEST_F(Events, MoonAgainstTheSwissEphemeris) {
         const int32_t bias = static_cast<int32_t>(std::lround(lon / 15.0)) * 60;
         Observe_From(lat, lon);
         const Moon_Rows_Result r = Moon_Rows(jd, bias, false);
-        const double day = std::floor(jd + bias / 1440.0 + 0.5);
-        const double start = day - 0.5 - bias / 1440.0;
-        double nearest = 0;
-        const std::vector<RefMoonEvent> ref = Reference_Moon_Events(
-            start, start + 1.0, Settings.ObserverLat, Settings.ObserverLong, nearest);
-        // The rows: labels in time order; "    -" exactly where there is no moment.
+        const double start = std::floor(jd + bias / 1440.0 + 0.5) - 0.5 - bias / 1440.0;
+        const float phi = Settings.ObserverLat;
+        const std::vector<MoonCrossing> ref =
+            Swe_Moon_Crossings(start, start + 1.0, phi, Settings.ObserverLong,
+                               [&](double km) { return Moon_Horizon(phi, km); });
+        // The rows: in time order; "    -" exactly where there is no moment.
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(r.Texts[i] == kNoEvent, r.Moments[i] == 0.0) << r.Texts[i];
         if (r.Moments[0] != 0 && r.Moments[1] != 0) {
@@ -323,28 +276,19 @@ TEST_F(Events, MoonAgainstTheSwissEphemeris) {
         if (r.Titles[0] == kMoonset) ++setFirst;
         if (r.Moments[0] == 0 && r.Moments[1] == 0) ++quiet;
         for (bool rise : {true, false}) {
-            const int row = (r.Titles[0] == kMoonrise) == rise ? 0 : 1;
-            const double ours = r.Moments[row];
-            const RefMoonEvent* match = nullptr;
-            for (const RefMoonEvent& e : ref)
-                if (e.Rise == rise) {
-                    match = &e;
-                    break;
-                }
-            if (!match) {
+            const double ours = r.Moments[(r.Titles[0] == kMoonrise) == rise ? 0 : 1];
+            const auto match = std::find_if(ref.begin(), ref.end(),
+                                            [&](const MoonCrossing& e) { return e.Rise == rise; });
+            if (match == ref.end()) {
                 EXPECT_EQ(ours, 0.0) << "lat " << lat << " jd " << jd << " rise " << rise;
-                continue;
-            }
-            if (ours == 0.0) {
+            } else if (ours == 0.0) {
                 // Missed only at the day's edge or at a grazing touch.
                 const bool edge =
                     std::min(match->Time - start, start + 1.0 - match->Time) < 30.0 / 86400.0;
                 EXPECT_TRUE(edge || match->Rate < 1.0)
                     << "lat " << lat << " jd " << jd << " rise " << rise;
-                continue;
-            }
-            const double dt = std::fabs(ours - match->Time) * 86400.0;
-            if (match->Rate >= 1.0) {
+            } else if (match->Rate >= 1.0) {
+                const double dt = std::fabs(ours - match->Time) * 86400.0;
                 EXPECT_LT(dt, 30.0) << "lat " << lat << " jd " << jd << " rise " << rise;
                 worst = std::max(worst, dt);
                 ++compared;
@@ -367,15 +311,14 @@ TEST_F(Events, MoonAgeAndPhaseAsOnThePage) {
         const double jd = std::floor(rng.Range(-36500.0, 36500.0)) + 0.5;  // 0h
         page.MyJD(jd);
         EXPECT_EQ(Moon_Rows(jd, 0, false).Age, page.MyMoonAge()[0]) << jd;
-        // The page's illumination is at noon of each day; a figure rounded to the percent.
+        // The page's illumination is at noon of each day, rounded to the percent.
         EXPECT_NEAR(Moon_Rows(jd + 1.5, 0, false).Phase, page.MyMoonPhase()[1], 1.0) << jd;
     }
-    // 2024 March 25, the Full Moon of 07:00 UT: fully lit; ten days after the New Moon of
-    // March 10, 09:00 UT, the age is 15 days at 12h.
-    const Moon_Rows_Result full = Moon_Rows(Day_Of(2024, 3, 25) + 0.3, 0, false);
-    EXPECT_EQ(full.Phase, 100.0);
+    // 2024 March 25, Full Moon at 07:00 UT: fully lit; 15 days after the New Moon of March
+    // 10, 09:00 UT, at 12h.
+    EXPECT_EQ(Moon_Rows(Day_Of(2024, 3, 25) + 0.3, 0, false).Phase, 100.0);
     EXPECT_EQ(Moon_Rows(Day_Of(2024, 3, 25) + 0.5, 0, false).Age, 15.0);
-    // A moment that is not a number gives no age and no light, and no times.
+    // A moment that is not a number gives no age, no light and no times.
     const Moon_Rows_Result none = Moon_Rows(std::nan(""), 0, false);
     EXPECT_EQ(none.Age, 0.0);
     EXPECT_EQ(none.Phase, 0.0);
@@ -386,24 +329,22 @@ TEST_F(Events, MoonPassageAndPolarDays) {
     // A height of eye of 0 gives the apparent altitude's title, any other the observed.
     Observe_From(50.0, 0.0);
     const double jd = Day_Of(2020, 2, 10) + 0.5;
-    Moon_Rows_Result r = Moon_Rows(jd, 0, false);
-    EXPECT_EQ(r.Passage_Title, kPassageAppAlt);
+    EXPECT_EQ(Moon_Rows(jd, 0, false).Passage_Title, kPassageAppAlt);
     Settings.HtOfEye = 4.0f;
     Compute_Derived_Settings();
-    r = Moon_Rows(jd, 0, false);
+    const Moon_Rows_Result r = Moon_Rows(jd, 0, false);
     EXPECT_EQ(r.Passage_Title, kPassageObsAlt);
-    // The passage's altitude: about 90° - 50° + dec; a Moon below the horizon shows "-".
+    // The passage's altitude: about 90° - 50° + dec.
     const double dec = Swe_Place_At(r.Passage_Time, SE_MOON).Dec * kDeg;
     EXPECT_NEAR(r.Passage_Alt * kDeg, 40.0 + dec, 1.2);
     EXPECT_EQ(r.Passage_Alt_Text.substr(r.Passage_Alt_Text.size() - 5), kUpperLimb);
 
-    // At 72°N the Moon stays up, or down, for days: both rows "    -", and at its
-    // passage on a day it stays down the altitude is "    -".
+    // At 72°N the Moon stays up, or down, for days: both rows "    -", and on a day it
+    // stays down the passage's altitude too.
     Observe_From(72.0, 0.0);
     bool up = false, down = false;
     for (int d = 0; d < 28 && !(up && down); ++d) {
-        const double day = Day_Of(2024, 1, 1) + d + 0.5;
-        const Moon_Rows_Result m = Moon_Rows(day, 0, false);
+        const Moon_Rows_Result m = Moon_Rows(Day_Of(2024, 1, 1) + d + 0.5, 0, false);
         if (m.Moments[0] != 0 || m.Moments[1] != 0) continue;
         EXPECT_EQ(m.Texts[0], kNoEvent);
         EXPECT_EQ(m.Texts[1], kNoEvent);
