@@ -45,11 +45,10 @@ EclipseRow Eclipse_Near(double jd, std::string& kind) {
 
 TEST(LocalEclipse, TwoTotalEclipsesAtTwentyPlacesAgainstTheSwissEphemeris) {
     swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
-    const double dates[2] = {swe_julday(2017, 8, 22, 0.0, SE_GREG_CAL) - kJ2000,
-                             swe_julday(2024, 4, 9, 0.0, SE_GREG_CAL) - kJ2000};
     int seen = 0, central = 0, compared = 0;
     double worst[2] = {0.0, 0.0};  // maximum, contacts
-    for (double date : dates) {
+    for (double date : {swe_julday(2017, 8, 22, 0.0, SE_GREG_CAL) - kJ2000,
+                        swe_julday(2024, 4, 9, 0.0, SE_GREG_CAL) - kJ2000}) {
         std::string kind;
         const EclipseRow row = Eclipse_Near(date, kind);
         ASSERT_EQ(kind, "Total Solar Eclipse");
@@ -57,20 +56,17 @@ TEST(LocalEclipse, TwoTotalEclipsesAtTwentyPlacesAgainstTheSwissEphemeris) {
             const LocalEclipse ours =
                 Local_Solar_Eclipse(p.lat * kRadPerDeg, p.lon * kRadPerDeg, row.FirstContact.Time,
                                     row.LastContact.Time);
-            double geopos[3] = {p.lon, p.lat, 0.0};
-            double tret[10] = {}, attr[20] = {};
+            double geopos[3] = {p.lon, p.lat, 0.0}, tret[10] = {}, attr[20] = {};
             char err[256];
             const int flags = swe_sol_eclipse_when_loc(row.Maximum.Time + kJ2000 - 2.0,
                                                        SEFLG_SWIEPH, geopos, tret, attr, 0, err);
-            // The local search goes on to the next eclipse seen from the place when this one
-            // is not seen there.
+            // Where this eclipse is not seen, the local search goes on to the next one.
             const bool refSeen = flags > 0 && std::fabs(tret[0] - kJ2000 - row.Maximum.Time) < 0.5;
             EXPECT_EQ(ours.Visible, refSeen) << p.name << " " << row.DateLabel;
             if (!refSeen || !ours.Visible) continue;
             ++seen;
-            const bool refCentral = (flags & (SE_ECL_TOTAL | SE_ECL_ANNULAR)) != 0;
-            EXPECT_EQ(ours.Central, refCentral) << p.name;
-            if (ours.Central) ++central;
+            EXPECT_EQ(ours.Central, (flags & (SE_ECL_TOTAL | SE_ECL_ANNULAR)) != 0) << p.name;
+            central += ours.Central ? 1 : 0;
             const double mine[5] = {ours.Maximum, ours.FirstContact, ours.SecondContact,
                                     ours.ThirdContact, ours.LastContact};
             for (int i = 0; i < 5; ++i) {
