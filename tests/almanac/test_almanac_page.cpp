@@ -37,6 +37,11 @@ double Parse_Minutes(const std::string& text) {
     return v;
 }
 
+// Minutes of arc of a Dec text, named by the working value where the text names no hemisphere.
+double Signed_Minutes(const std::string& text, double working) {
+    return std::copysign(std::fabs(Parse_Minutes(text)), working);
+}
+
 // Difference of two angles in minutes of arc, folded into -10800 .. 10800.
 double Arcmin_Diff(double a, double b) {
     return std::remainder(a - b, 2.0 * M_PI) * kArcmin;
@@ -103,8 +108,8 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
         worst[name].Add(Arcmin_Diff(ours, ref), Printed_Units(Parse_Minutes(text), ref, true));
     };
     const auto dec = [&](const char* name, double ours, double ref, const std::string& text) {
-        const double printed = std::copysign(std::fabs(Parse_Minutes(text)), ours);
-        worst[name].Add((ours - ref) * kArcmin, Printed_Units(printed, ref, false));
+        worst[name].Add((ours - ref) * kArcmin,
+                        Printed_Units(Signed_Minutes(text, ours), ref, false));
     };
     cAlmanac page;
     Lcg rng;
@@ -178,22 +183,20 @@ TEST_F(AlmanacPage, HourlyPlacesAgainstTheSwissEphemeris) {
     }
 }
 
-// The page does not evaluate the full series at every hour: the planets are interpolated
-// between 12-hour places, the Moon is the reduced series corrected by the full series'
-// excess at 24-hour places. Every hour stays with the full series: the Moon within 0.1",
-// the planets within 0.5" (a twelfth of the table's last unit).
+// The page interpolates the planets between 12-hour places and corrects the Moon's reduced
+// series by the full series' excess at 24-hour places: every hour stays with the full series,
+// the Moon within 0.1", the planets within 0.5" (a twelfth of the table's last unit).
 TEST_F(AlmanacPage, HourlyPlacesFollowTheFullSeries) {
+    const auto arcsec = [](double a, double b) { return std::fabs(Arcmin_Diff(a, b)) * 60.0; };
     double worstMoon = 0.0, worstPlanet = 0.0, worstMoonKm = 0.0;
     cAlmanac page;
     for (double jd : {Day_Of(1903, 5, 17), Day_Of(2009, 12, 30), Day_Of(2098, 8, 2)}) {
         page.MyJD(jd);
         for (int h = 0; h <= cAlmanac::kHours; ++h) {
             const EarthFrame frame = Calc_EarthFrame(jd + h / 24.0);
-            const BodyPlace moon = Calc_Moon(kAccuracyFull, frame);
-            const BodyPlace& m = page.Moon_Place(h);
-            worstMoon = std::max({worstMoon, std::fabs(Arcmin_Diff(m.GHA, moon.GHA)) * 60.0,
-                                  std::fabs(Arcmin_Diff(m.RA, moon.RA)) * 60.0,
-                                  std::fabs(m.Dec - moon.Dec) * kArcmin * 60.0});
+            const BodyPlace moon = Calc_Moon(kAccuracyFull, frame), &m = page.Moon_Place(h);
+            worstMoon = std::max({worstMoon, arcsec(m.GHA, moon.GHA), arcsec(m.RA, moon.RA),
+                                  arcsec(m.Dec, moon.Dec)});
             worstMoonKm = std::max(worstMoonKm, std::fabs(m.Distance - moon.Distance));
             for (int p = 0; p < 4; ++p) {
                 BodyPlace full;
@@ -202,8 +205,7 @@ TEST_F(AlmanacPage, HourlyPlacesFollowTheFullSeries) {
                             earth);
                 const BodyPlace& ours = page.Planet_Place(p, h);
                 worstPlanet =
-                    std::max({worstPlanet, std::fabs(Arcmin_Diff(ours.GHA, full.GHA)) * 60.0,
-                              std::fabs(ours.Dec - full.Dec) * kArcmin * 60.0});
+                    std::max({worstPlanet, arcsec(ours.GHA, full.GHA), arcsec(ours.Dec, full.Dec)});
             }
         }
     }
@@ -222,24 +224,22 @@ TEST_F(AlmanacPage, RoundingRules) {
 
     cAlmanac page;
     page.MyJD(Day_Of(2024, 3, 19));
+    // The change from one printed GHA to the next, in minutes of arc.
+    const auto step = [](const std::string& a, const std::string& b) {
+        return std::fmod(Parse_Minutes(b) - Parse_Minutes(a) + 21600.0, 21600.0);
+    };
     for (int h = 0; h + 1 < cAlmanac::kHours; ++h) {
-        const auto& a = page.MyMoonCol()[static_cast<size_t>(h)];
-        const auto& b = page.MyMoonCol()[static_cast<size_t>(h + 1)];
+        const size_t i = static_cast<size_t>(h);
+        const cAlmanac::Moon_Row &a = page.MyMoonCol()[i], &b = page.MyMoonCol()[i + 1];
         // The Moon's d and v are differences of the printed figures.
-        const double decA = std::copysign(std::fabs(Parse_Minutes(a.Dec)), page.Moon_Place(h).Dec);
-        const double decB =
-            std::copysign(std::fabs(Parse_Minutes(b.Dec)), page.Moon_Place(h + 1).Dec);
-        EXPECT_EQ(a.d, Format_Number(std::fabs(Round_Even((decB - decA) * 10.0)) / 10.0, "#0'.0"))
-            << h;
-        double v = Parse_Minutes(b.GHA) - Parse_Minutes(a.GHA) - 859.0;
-        if (v < 0) v += 21600.0;
-        EXPECT_EQ(a.v, Format_Number(Round_Even(v, 1), "#0'.0")) << h;
+        const double dd = Signed_Minutes(b.Dec, page.Moon_Place(h + 1).Dec) -
+                          Signed_Minutes(a.Dec, page.Moon_Place(h).Dec);
+        EXPECT_EQ(a.d, Format_Number(std::fabs(Round_Even(dd * 10.0)) / 10.0, "#0'.0")) << h;
+        EXPECT_EQ(a.v, Format_Number(Round_Even(step(a.GHA, b.GHA) - 859.0, 1), "#0'.0")) << h;
         // The Sun's adjusted GHA goes on by 15° an hour, but for the change of the
         // equation of time (at most 0'.31 an hour) and the rounding.
-        double step = Parse_Minutes(page.MySunCol()[static_cast<size_t>(h + 1)].GHA) -
-                      Parse_Minutes(page.MySunCol()[static_cast<size_t>(h)].GHA);
-        if (step < 0) step += 21600.0;
-        EXPECT_NEAR(step, 900.0, 0.3 + 1e-9) << h;
+        EXPECT_NEAR(step(page.MySunCol()[i].GHA, page.MySunCol()[i + 1].GHA), 900.0, 0.3 + 1e-9)
+            << h;
         // The hemisphere is named on the first row of each day and on a change only.
         if ((h + 1) % 24 == 0) {
             EXPECT_FALSE(b.Flag.empty());
