@@ -24,8 +24,6 @@ namespace {
 
 using namespace testing_support;
 
-constexpr double kTenths = 216000.0;
-
 // Minutes of arc of an angle text "  5° 12'.3" or "12° 05'.0 S" (sign by the name).
 double Parse_Minutes(const std::string& text) {
     const size_t deg = text.find("°");
@@ -49,11 +47,8 @@ double Arcmin_Diff(double a, double b) {
 
 // Tenths of a minute between a printed value and the reference rounded the same way.
 double Printed_Units(double printedMinutes, double reference, bool circle) {
-    double ref = Round_Even(reference * kArcmin * 10.0);
-    double ours = Round_Even(printedMinutes * 10.0);
-    double d = ours - ref;
-    if (circle) d = std::remainder(d, kTenths);
-    return std::fabs(d);
+    const double d = Round_Even(printedMinutes * 10.0) - Round_Even(reference * kArcmin * 10.0);
+    return std::fabs(circle ? std::remainder(d, 216000.0) : d);
 }
 
 // The Swiss Ephemeris' name of a star's Bayer designation: ",alCMa", ",al-1Cen".
