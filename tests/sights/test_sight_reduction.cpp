@@ -17,6 +17,7 @@ namespace kelmoran {
 namespace {
 
 constexpr float kLat = 0.7f, kLon = -0.2f;
+const double kNoon = 8830.0 + 0.2 / kTwoPi;  // the Sun near its culmination
 
 void Observer_At(float lat, float lon) {
     Settings = SettingsRecord{};
@@ -34,39 +35,33 @@ void Observer_At(float lat, float lon) {
 }
 
 // A sextant altitude that reduces to an intercept of nearly nothing for `code` at `place`.
-float Sextant_For(int32_t code, const BodyPlace& place, float lat, float lon, float& az) {
+float Sextant_For(int32_t code, const BodyPlace& place, float& az) {
     float hs = 0.5f;
     for (int k = 0; k < 4; ++k) {
-        const Reduction_Work w = Prepare_Reduction(hs, lat, lon, 0.0f);
-        const Body_Test t = Test_Body(w, code, place);
+        const Body_Test t = Test_Body(Prepare_Reduction(hs, kLat, kLon, 0.0f), code, place);
         hs += t.Alt_Diff;
         az = static_cast<float>(t.Zn_Deg);
     }
     return hs;
 }
 
-TEST(SightReduction, LimbsDifferByTwiceTheSemiDiameter) {
+TEST(SightReduction, LimbsAndStars) {
     Observer_At(kLat, kLon);
-    const EarthFrame frame = Calc_EarthFrame(8830.0);  // noon of a day in March
-    const BodyPlace sun = Calc_Sun(kAccuracyFull, frame);
+    const BodyPlace sun = Calc_Sun(kAccuracyFull, Calc_EarthFrame(8830.0));  // March
     const Reduction_Work w = Prepare_Reduction(0.6f, kLat, kLon, 180.0f);
-    const Body_Test upper = Test_Body(w, 0, sun);
-    const Body_Test lower = Test_Body(w, 1, sun);
+    const Body_Test upper = Test_Body(w, 0, sun), lower = Test_Body(w, 1, sun);
     EXPECT_LT(upper.SD, 0.0f);
     EXPECT_EQ(upper.SD, -lower.SD);
     // Twice SD, but for the parallax's small dependence on the limb (0.1").
     EXPECT_NEAR(upper.Alt_Diff - lower.Alt_Diff, 2 * std::fabs(lower.SD), 5e-7);
-    EXPECT_NEAR(std::fabs(lower.SD) * kMinPerRad, 16.0, 0.3);  // about 16' in March
+    EXPECT_NEAR(std::fabs(lower.SD) * kMinPerRad, 16.0, 0.3);
     EXPECT_GT(lower.Parallax, 0.0);
-    // A star: no semi-diameter and no parallax.
-    BodyPlace star = sun;
-    const Body_Test s = Test_Body(w, 12, star);
-    EXPECT_EQ(s.SD, 0.0f);
-    EXPECT_EQ(s.Parallax, 0.0);
-    EXPECT_DOUBLE_EQ(s.Hc, 1.5707963267949 - s.Zc);
-    // At the equator the radius is one and the latitudes agree.
-    const Reduction_Work eq = Prepare_Reduction(0.6f, 0.0f, kLon, 180.0f);
-    EXPECT_EQ(Test_Body(eq, 1, sun).Rho, 1.0);
+    const Body_Test star = Test_Body(w, 12, sun);  // the same place as a star
+    EXPECT_EQ(star.SD, 0.0f);
+    EXPECT_EQ(star.Parallax, 0.0);
+    EXPECT_DOUBLE_EQ(star.Hc, 1.5707963267949 - star.Zc);
+    // At the equator the radius is one.
+    EXPECT_EQ(Test_Body(Prepare_Reduction(0.6f, 0.0f, kLon, 180.0f), 1, sun).Rho, 1.0);
 }
 
 TEST(SightReduction, TextsOfTheIntercept) {
@@ -82,8 +77,9 @@ TEST(SightReduction, TextsOfTheIntercept) {
 }
 
 class Identification : public ::testing::Test {
-protected:
+  protected:
     static void SetUpTestSuite() { Load_Star_Tables(); }
+    void SetUp() override { Observer_At(kLat, kLon); }
     SightSet set{6};
     void Enter(int row, double t, float hs, float az) {
         Sight_Record& s = set.Sights[row];
@@ -94,10 +90,13 @@ protected:
         s.Row_Used = s.Alt_Entered = s.Az_Entered = kTrue;
         Reduce_Sight(set, row, false);
     }
+    void Widen() {
+        SightsFilter.AzLimit = 90.0f;
+        SightsFilter.AltLimit = static_cast<float>(600.0 / kMinPerRad);
+    }
 };
 
 TEST_F(Identification, AStarIsFoundAndKeptWhenTheLimitsWiden) {
-    Observer_At(kLat, kLon);
     const double t = 8830.5;  // midnight
     Compute_Star_Places(SightsFilter.StarCount, t);
     const EarthFrame frame = Calc_EarthFrame(t);
@@ -107,19 +106,16 @@ TEST_F(Identification, AStarIsFoundAndKeptWhenTheLimitsWiden) {
         star = row.Star;
         BodyPlace place;
         place.Dec = StarPlaces[star].Dec;
-        place.GHA = frame.GAST - StarPlaces[star].RA;
-        if (place.GHA < 0) place.GHA += kTwoPi;
-        hs = Sextant_For(star, place, kLat, kLon, az);
-        if (hs > 0.5f) break;
+        place.GHA = std::fmod(frame.GAST - StarPlaces[star].RA + kTwoPi, kTwoPi);
+        if ((hs = Sextant_For(star, place, az)) > 0.5f) break;
     }
     ASSERT_GT(hs, 0.5f);
     Enter(0, t, hs, std::nearbyint(az));
     ASSERT_EQ(set.Sights[0].Has_Body, kTrue);
     EXPECT_EQ(set.Sights[0].Body_Id, star);
     EXPECT_EQ(set.Candidates[0][set.Sights[0].Candidate_No].Intercept_Text, "Nil ");
-    // The 90° azimuth limit lists more bodies; the star chosen stays chosen.
-    SightsFilter.AzLimit = 90.0f;
-    SightsFilter.AltLimit = static_cast<float>(600.0 / kMinPerRad);
+    // Wider limits list more bodies, sorted by |intercept|; the star chosen stays chosen.
+    Widen();
     Reduce_Sight(set, 0, false);
     EXPECT_GT(set.Candidates[0].size(), 1u);
     EXPECT_EQ(set.Sights[0].Body_Id, star);
@@ -133,53 +129,42 @@ TEST_F(Identification, AStarIsFoundAndKeptWhenTheLimitsWiden) {
         EXPECT_TRUE(c.Body_Id < 12 || Is_Main_Star(c.Body_Id)) << c.Body_Id;
 }
 
-TEST_F(Identification, NoBodyInRangeAndTheSunUp) {
-    Observer_At(kLat, kLon);
-    // The Sun near its culmination: a sight of the lower limb is the Sun.
-    const double noon = 8830.0 + 0.2 / kTwoPi;
-    const EarthFrame frame = Calc_EarthFrame(noon);
-    const BodyPlace sun = Calc_Sun(kAccuracyFull, frame);
+TEST_F(Identification, TheSunAndAnEmptySkyByDayAndNight) {
     float az = 0;
-    const float hs = Sextant_For(1, sun, kLat, kLon, az);
-    Enter(0, noon, hs, std::nearbyint(az));
+    const float hs = Sextant_For(1, Calc_Sun(kAccuracyFull, Calc_EarthFrame(kNoon)), az);
+    Enter(0, kNoon, hs, std::nearbyint(az));
     ASSERT_EQ(set.Sights[0].Has_Body, kTrue);
     EXPECT_EQ(set.Sights[0].Body_Id, 1);
     EXPECT_GT(set.Sights[0].Sun_Alt, 0.3f);
     // Nothing on the opposite bearing at that height: -2, the Sun being up.
-    Enter(1, noon, hs, std::fmod(std::nearbyint(az) + 180.0f, 360.0f));
+    Enter(1, kNoon, hs, std::fmod(std::nearbyint(az) + 180.0f, 360.0f));
     EXPECT_EQ(set.Sights[1].Candidate_No, -2);
     EXPECT_EQ(set.Sights[1].Has_Body, 0);
     EXPECT_TRUE(set.Candidates[1].empty());
-    // By night the same empty sky gives -1.
-    Enter(2, noon + 0.5, 1.52f, 10.0f);
+    Enter(2, kNoon + 0.5, 1.52f, 10.0f);  // by night the same empty sky gives -1
     EXPECT_EQ(set.Sights[2].Candidate_No, -1);
 }
 
-TEST_F(Identification, DaylightWithoutDaylightStarsFindsNoStar) {
-    Observer_At(kLat, kLon);
-    SightsFilter.DaylightStars = kFalse;
-    SightsFilter.AzLimit = 90.0f;
-    SightsFilter.AltLimit = static_cast<float>(600.0 / kMinPerRad);
-    const double noon = 8830.0 + 0.2 / kTwoPi;
-    Enter(0, noon, 0.5f, 120.0f);
-    for (const Sight_Candidate& c : set.Candidates[0]) EXPECT_LT(c.Body_Id, 12);
-    SightsFilter.DaylightStars = kTrue;
-    Reduce_Sight(set, 0, false);
-    bool star = false;
-    for (const Sight_Candidate& c : set.Candidates[0]) star = star || c.Body_Id >= 12;
-    EXPECT_TRUE(star);
+TEST_F(Identification, DaylightStarsOnlyWhenAskedFor) {
+    Widen();
+    for (const int32_t daylight : {kFalse, kTrue}) {
+        SightsFilter.DaylightStars = daylight;
+        Enter(0, kNoon, 0.5f, 120.0f);
+        bool star = false;
+        for (const Sight_Candidate& c : set.Candidates[0]) star = star || c.Body_Id >= 12;
+        EXPECT_EQ(star, daylight == kTrue);
+    }
 }
 
 TEST_F(Identification, EachRowTakesTheDROfItsOwnTime) {
-    Observer_At(kLat, kLon);
     Settings.PositionMethod = kDRCourseSpeed;
     Settings.FixTime = 8830.5;
     Settings.FixCourse = 90.0f;
     Settings.FixSpeed = 10.0f;
     Enter(0, 8830.5 - 1.0 / 24, 0.5f, 100.0f);
     EXPECT_EQ(set.Sights[0].DR_Lat, kLat);
-    // An hour before the fix on course 090 at 10 knots: 10 miles west (the dLong by the
-    // spheroid's degree lengths, within half a percent of the sphere's).
+    // An hour before the fix on 090 at 10 knots: 10 miles west (the dLong by the spheroid's
+    // degree lengths, within half a percent of the sphere's).
     const double west10 = (set.Sights[0].DR_Long - kLon) * kMinPerRad * std::cos(kLat);
     EXPECT_NEAR(west10, -10.0, 0.05);
     Settings.FixSpeed = 12.0f;
