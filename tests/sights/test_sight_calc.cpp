@@ -10,14 +10,12 @@
 #include <vector>
 
 #include "ephemeris/Altitude_Corrections.h"
-#include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
+#include "sight_support.h"
 #include "sights/M_Sights.h"
 #include "sights/SightCalc.h"
 #include "sights/Sights.h"
 #include "stars/M_Resources.h"
-#include "voyage/Navigation.h"
-#include "voyage/Position_Methods.h"
 #include "voyage/Voyage_Plan.h"
 // The reference libraries last: their headers define macros such as OK.
 #include "sight_reference.h"
@@ -27,6 +25,8 @@ namespace {
 
 constexpr double kLat = 0.72, kLon = -0.35;  // the true position, radians
 constexpr double kSpring = 8840.0;           // 2024 March 15, 12:00 UT
+
+using namespace testing_support;
 
 // Every title of the sheet, in the order the lines stand.
 const std::string kOrder =
@@ -54,51 +54,29 @@ bool In_Order(const SightCalc_Sheet& sheet) {
 bool Has(const SightCalc_Sheet& sheet, const char* title) {
     return sheet.Find(title) >= 0;
 }
-double Minutes(double radians) {
-    return radians * kMinPerRad;
-}
-double Angle_Diff_Minutes(double a, double b) {
-    return std::remainder(a - b, kTwoPi) * kMinPerRad;
-}
 
 class SightCalcTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite() { Load_Star_Tables(); }
     void SetUp() override { Observer(-1.5); }
-    void Observer(double indexError) {
-        Settings = SettingsRecord{};
-        Settings.Pressure = 1010.0f;
-        Settings.Temp = 10.0f;
-        Settings.IndexError = static_cast<float>(indexError);
-        Settings.HtOfEye = 5.0f;
-        Settings.PositionMethod = kFixPosition;
-        Settings.ObserverLat = static_cast<float>(kLat);
-        Settings.ObserverLong = static_cast<float>(kLon);
-        Compute_Derived_Settings();
-        SightsFilter.AltLimit = static_cast<float>(10.0 / kMinPerRad);
-        SightsFilter.AzLimit = 10.0f;
-        SightsFilter.StarCount = kSightMainStars;
-        SightsFilter.DaylightStars = kTrue;
+    void Observer(float indexError) {
+        Observer_At(static_cast<float>(kLat), static_cast<float>(kLon), indexError, 5.0f);
     }
     // Row 0 holds a sight of `body` at `jd` made from the true position, 15° to 70° high,
     // its body selected by a reduction from there; the position method stays as it was.
     bool Make_Row(int body, double jd) {
-        testing_support::Observed o;
-        if (!testing_support::Reference_Sight(body, jd, kLat, kLon, Settings.Pressure,
-                                              Settings.Temp, o) ||
+        Observed o;
+        if (!Reference_Sight(body, jd, kLat, kLon, Settings.Pressure, Settings.Temp, o) ||
             o.Alt * kDegPerRad < 15 || o.Alt * kDegPerRad > 70)
             return false;
         const SettingsRecord kept = Settings;
-        Settings.PositionMethod = kFixPosition;
-        Settings.ObserverLat = static_cast<float>(kLat);
-        Settings.ObserverLong = static_cast<float>(kLon);
+        Use_DR(static_cast<float>(kLat), static_cast<float>(kLon));
         set.Clear();
-        Sight_Record& s = set.Sights[0];
-        s.Sight_Time = set.Fix_Sight.Sight_Time = jd;
-        s.Sextant_Alt = static_cast<float>(o.Alt + DipRad + IndexErrorRad);
-        s.Sight_Az = static_cast<float>(std::nearbyint(o.Az));
-        s.Row_Used = s.Alt_Entered = s.Az_Entered = s.Has_Body = kTrue;
+        Sight_Record& s = Enter_Row(set, 0, jd, o.Alt + DipRad + IndexErrorRad,
+                                    static_cast<float>(std::nearbyint(o.Az)));
+        s.Has_Body = kTrue;
         s.Body_Id = body;
+        set.Fix_Sight.Sight_Time = jd;
         Reduce_Sight(set, 0, false);
         Settings = kept;
         return s.Has_Body != 0 && s.Body_Id == body;
@@ -135,20 +113,22 @@ TEST_F(SightCalcTest, TitlesInOrderForEveryForm) {
         EXPECT_EQ(sheet.Headings.front(), "Sight");
         EXPECT_EQ(sheet.Headings[1], full ? "Astronomical Data" : "Data is rounded/ simplified ");
         EXPECT_EQ(sheet.Headings[2], full ? "Nutations" : "to agree with Nautical Tables");
-        EXPECT_EQ(Has(sheet, "Obliquity of Eclipitic"), full);
-        EXPECT_EQ(Has(sheet, "Julian Day"), full);
-        for (const char* t : {"Increment", "v Corr", "d Corr"}) EXPECT_EQ(Has(sheet, t), !full);
-        EXPECT_EQ(Has(sheet, "(TZD Error"), errors && full);
-        EXPECT_EQ(Has(sheet, "(Rounding Error"), errors && !full);
-        EXPECT_EQ(Has(sheet, "(Total Errors"), errors && full);
-        EXPECT_EQ(Has(sheet, "(Total Rounding Errors"), errors && !full);
-        EXPECT_EQ(Has(sheet, "Mer Parts for DR"), o.DR_Route == Sailing_Route::Mercator);
-        EXPECT_EQ(Has(sheet, "Mer Parts for ITP"), o.Obs_Route == Sailing_Route::Mercator);
+        const bool mercDR = o.DR_Route == Sailing_Route::Mercator,
+                   mercITP = o.Obs_Route == Sailing_Route::Mercator;
+        const auto shown = [&](std::initializer_list<const char*> titles, bool want) {
+            for (const char* t : titles) EXPECT_EQ(Has(sheet, t), want) << t << ", " << mask;
+        };
+        shown({"Obliquity of Eclipitic", "Julian Day"}, full);
+        shown({"Increment", "v Corr", "d Corr"}, !full);
+        shown({"(TZD Error", "(Total Errors"}, errors && full);
+        shown({"(Rounding Error", "(Total Rounding Errors"}, errors && !full);
+        shown({"Mer Parts for DR"}, mercDR);
+        shown({"Mer Parts for ITP"}, mercITP);
+        shown({"Augmentation of SD"}, o.Augmentation);
+        shown({"Redn in HP for Latitude"}, o.Lat_Correction);
+        shown({"Parallax", "Horizontal Parallax"}, true);
         EXPECT_EQ(std::count(sheet.My_rTxt.begin(), sheet.My_rTxt.end(), "Departure"),
-                  (o.DR_Route == Sailing_Route::Plane) + (o.Obs_Route == Sailing_Route::Plane));
-        EXPECT_EQ(Has(sheet, "Augmentation of SD"), o.Augmentation);
-        EXPECT_EQ(Has(sheet, "Redn in HP for Latitude"), o.Lat_Correction);
-        EXPECT_TRUE(Has(sheet, "Parallax") && Has(sheet, "Horizontal Parallax"));
+                  !mercDR + !mercITP);
         EXPECT_EQ(sheet.My_rTxt[sheet.Find("Intercept") + (errors ? 2 : 1)], "A");
     }
     // The altitude's title follows the index error; the Sun's parallax follows its item;
@@ -291,8 +271,7 @@ TEST_F(SightCalcTest, HourAngleAndIncrements) {
         }
         if (c.Body < body::FirstStar) {
             EXPECT_NEAR(Minutes(s.D_Corr), Minutes(s.D) / 2, 0.051);
-            EXPECT_NEAR(Angle_Diff_Minutes(f.GHA, testing_support::Reference_GHA(c.Body, t)), 0.0,
-                        0.1)
+            EXPECT_NEAR(Angle_Diff_Minutes(f.GHA, Reference_GHA(c.Body, t)), 0.0, 0.1)
                 << "body " << c.Body;
         } else {
             EXPECT_NEAR(Angle_Diff_Minutes(f.GHA, f.Aries + f.SHA), 0.0, 1e-6);

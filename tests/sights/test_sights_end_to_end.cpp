@@ -10,24 +10,19 @@
 #include <vector>
 
 #include "ephemeris/Series.h"
-#include "settings/File_IO.h"
+#include "sight_support.h"
 #include "sights/M_Sights.h"
 #include "sights/Sight_Fix.h"
 #include "sights/Sights.h"
 #include "stars/M_Resources.h"
-#include "voyage/Navigation.h"
-#include "voyage/Position_Methods.h"
 // The reference libraries last: their headers define macros such as OK.
 #include "sight_reference.h"
 
 namespace kelmoran {
 namespace {
 
-using testing_support::Observed;
-using testing_support::Reference_Sight;
+using namespace testing_support;
 
-constexpr double kPressure = 1010.0;
-constexpr double kTemperature = 10.0;
 constexpr float kPlotScale = 0.2f;  // pixels per second of arc: 1 pixel is 0.083 mile
 
 struct Reference_Set {
@@ -63,7 +58,8 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
         if (static_cast<int>(set.Bodies.size()) == wanted) break;
         const double t = jd0 + set.Bodies.size() * 2.0 / 1440.0;
         Observed o;
-        if (!Reference_Sight(body, t, set.Lat, set.Lon, kPressure, kTemperature, o)) continue;
+        if (!Reference_Sight(body, t, set.Lat, set.Lon, Settings.Pressure, Settings.Temp, o))
+            continue;
         const double altDeg = o.Alt * kDegPerRad;
         if (altDeg < 15 || altDeg > 65) continue;
         const bool fits = std::all_of(azimuths.begin(), azimuths.end(), [&](double a) {
@@ -89,21 +85,11 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
     return true;
 }
 
-void Use_DR(float lat, float lon) {
-    Settings.PositionMethod = kFixPosition;
-    Settings.ObserverLat = lat;
-    Settings.ObserverLong = lon;
-}
-
 void Enter_Sights(SightSet& set, const Reference_Set& ref, const std::vector<double>& noise) {
     set.Clear();
-    for (std::size_t i = 0; i < ref.Bodies.size(); ++i) {
-        Sight_Record& s = set.Sights[i];
-        s.Sight_Time = ref.Times[i];
-        s.Sextant_Alt = static_cast<float>(ref.Hs[i] + (noise.empty() ? 0.0 : noise[i]));
-        s.Sight_Az = ref.Az[i];
-        s.Row_Used = s.Alt_Entered = s.Az_Entered = kTrue;
-    }
+    for (std::size_t i = 0; i < ref.Bodies.size(); ++i)
+        Enter_Row(set, static_cast<int>(i), ref.Times[i],
+                  ref.Hs[i] + (noise.empty() ? 0 : noise[i]), ref.Az[i]);
     set.Fix_Sight.Sight_Time = ref.Times.back();
 }
 
@@ -122,15 +108,7 @@ class SightsEndToEnd : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
         Load_Star_Tables();
-        Settings = SettingsRecord{};
-        Settings.Pressure = static_cast<float>(kPressure);
-        Settings.Temp = static_cast<float>(kTemperature);
-        Settings.IndexError = -1.5f;
-        Settings.HtOfEye = 4.0f;
-        Compute_Derived_Settings();
-        SightsFilter.AzLimit = 10.0f;
-        SightsFilter.StarCount = kSightMainStars;
-        SightsFilter.DaylightStars = kTrue;
+        Observer_At(0.0f, 0.0f, -1.5f, 4.0f);
         std::mt19937 rng(20240517u);
         while (sets.size() < 50) {
             Reference_Set ref;
