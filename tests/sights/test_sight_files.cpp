@@ -1,17 +1,12 @@
 // The .Sight file: layout, round trip, the steps of a load and the comparison of settings.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
-#include "settings/File_IO.h"
-#include "sights/Sights.h"
-#include "voyage/Position_Methods.h"
+#include "sight_support.h"
 
 namespace kelmoran {
 namespace {
@@ -20,8 +15,7 @@ namespace {
 class Script_Host : public SightsHost {
   public:
     MsgAnswer Answer = MsgAnswer::Yes;
-    std::vector<std::string> Texts, Titles;
-    std::vector<std::string> Plans;
+    std::vector<std::string> Texts, Titles, Plans;
     MsgAnswer Message_Box(const std::string& text, const std::string& title, MsgButtons) override {
         Texts.push_back(text);
         Titles.push_back(title);
@@ -31,19 +25,12 @@ class Script_Host : public SightsHost {
 };
 
 void Base_Settings() {
-    Settings = SettingsRecord{};
-    Settings.ObserverLat = 0.9f;
-    Settings.ObserverLong = -0.07f;
+    testing_support::Observer_At(0.9f, -0.07f, 0.0f, 4.0f);
     Settings.FixCourse = 45.0f;
     Settings.FixSpeed = 8.5f;
-    Settings.Pressure = 1010.0f;
-    Settings.Temp = 10.0f;
-    Settings.HtOfEye = 4.0f;
-    Settings.PositionMethod = kFixPosition;
     TZ_Bias = 60;
     Shell.SightsChanged = kFalse;
     Shell.CalendarChoice = 0;
-    Compute_Derived_Settings();
 }
 
 // Rows entered but matching no body: a load keeps them without reducing them again.
@@ -51,17 +38,14 @@ SightSet Sample_Set(int maxSight, int rows) {
     SightSet set(maxSight);
     set.My_TZ_Bias = 60;
     for (int r = 0; r < rows; ++r) {
-        Sight_Record& s = set.Sights[r];
+        Sight_Record& s =
+            testing_support::Enter_Row(set, r, 8830.25 + r / 1440.0, 0.5f + r * 0.01f, 100.0f + r);
         s.Sight_Day = 5 + r;
         s.Sight_Month = 3;
         s.Sight_Year = 2024;
         s.Sight_Hour = 18;
         s.Sight_Minute = 10 + r;
-        s.Sight_Time = 8830.25 + r / 1440.0;
-        s.Sextant_Alt = 0.5f + r * 0.01f;
-        s.Sight_Az = 100.0f + r;
         s.Candidate_No = -1;
-        s.Row_Used = s.Az_Entered = s.Alt_Entered = kTrue;
     }
     set.Fix_Sight = set.Sights[0];
     set.Fix_Sight.Sight_Time = 8830.3;
