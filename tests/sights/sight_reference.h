@@ -37,10 +37,8 @@ inline void Open_Reference() {
     (void)opened;
 }
 
-// The observed altitude of `body` (the program's numbering: 0 .. 8 Sun and Moon limbs and
-// planets, 12 and up a catalogue star; a planet's altitude is that of its lower limb, as
-// the program defines a sextant altitude) at `jd` (MyJD, UT) from `lat`, `lon` radians at sea
-// level, with `pressure` mb and `temperature` °C. False if the reference failed.
+// The observed altitude of `body` (0 .. 8 limbs and planets, a planet by its lower limb; 12
+// and up a star) at `jd` (MyJD, UT) from `lat`, `lon` (radians) at sea level. False on failure.
 inline bool Reference_Sight(int body, double jd, double lat, double lon, double pressure,
                             double temperature, Observed& out) {
     Open_Reference();
@@ -76,9 +74,8 @@ inline bool Reference_Sight(int body, double jd, double lat, double lon, double 
     return true;
 }
 
-// The Greenwich hour angle (radians, 0 .. 2π) of the geocentric apparent place of `body`
-// (0 .. 8, the program's numbering) at `jd` (MyJD, UT): apparent sidereal time less the
-// apparent right ascension.
+// The Greenwich hour angle (radians) of the geocentric apparent place of `body` (0 .. 8) at
+// `jd`: apparent sidereal time less the apparent right ascension.
 inline double Reference_GHA(int body, double jd) {
     Open_Reference();
     if (body < 0 || body > 8) return 0;

@@ -11,7 +11,9 @@
 
 namespace kelmoran::testing_support {
 
-inline double Minutes(double radians) { return radians * kMinPerRad; }
+inline double Minutes(double radians) {
+    return radians * kMinPerRad;
+}
 inline double Angle_Diff_Minutes(double a, double b) {
     return std::remainder(a - b, kTwoPi) * kMinPerRad;
 }

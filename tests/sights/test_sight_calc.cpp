@@ -92,8 +92,6 @@ class SightCalcTest : public ::testing::Test {
     SightSet set{14};
 };
 
-// The lines stand in their order with their exact titles in both forms, and each menu item
-// takes its lines in or out.
 TEST_F(SightCalcTest, TitlesInOrderForEveryForm) {
     Find_Row(body::MoonLowerLimb, kSpring);
     for (int mask = 0; mask < 64; ++mask) {
@@ -153,8 +151,7 @@ TEST_F(SightCalcTest, TitlesInOrderForEveryForm) {
     EXPECT_EQ(Calc_Data(set, 99, o).Calc_Lines, 0);
 }
 
-// The dead reckoning lies on the rhumb line of the course by the chosen spheroid, agrees
-// with the position service, and plane sailing agrees closely over a short run.
+// The DR on the rhumb line by either spheroid, with the position service, by plane sailing.
 TEST_F(SightCalcTest, DeadReckoningAlongTheRhumbLine) {
     const double eClarke = 0.08248339904;
     const GeographicLib::Rhumb wgs(6378137.0, 1 / 298.257223563),
@@ -280,9 +277,8 @@ TEST_F(SightCalcTest, HourAngleAndIncrements) {
     }
 }
 
-// The full form's intercept is the reduction's, but for the sheet's refraction; the
-// simplified form's within the tables' roundings. At the intercept terminal point the
-// body's zenith distance is the observed one.
+// The full form's intercept is the reduction's but for the refraction, the simplified one's
+// within the tables' roundings; at the ITP the body's zenith distance is the observed one.
 TEST_F(SightCalcTest, InterceptAgreesWithTheReduction) {
     std::vector<int> bodies = {body::SunLowerLimb,  body::SunUpperLimb, body::MoonLowerLimb,
                                body::MoonUpperLimb, body::Venus,        body::Saturn};
@@ -344,8 +340,7 @@ TEST_F(SightCalcTest, SightOptionsAndLimbs) {
     EXPECT_NEAR(std::fabs(noLat.Intercept - all.Intercept), 0.0, 0.5);
     EXPECT_NE(noLat.Intercept, all.Intercept);
 
-    // The upper limb: about twice the semi-diameter further away (the reduction's own step
-    // is checked against the sheet's with the other limbs). The table below 11° always.
+    // The upper limb about 2 SD further away; the table below 11° always.
     set.Sights[0].Body_Id = body::MoonUpperLimb;
     const SightCalc_Values upper = Sheet().Values;
     EXPECT_NEAR(upper.Intercept - all.Intercept, 2 * Minutes(all.SD), 0.3);
@@ -359,8 +354,7 @@ TEST_F(SightCalcTest, SightOptionsAndLimbs) {
     EXPECT_EQ(tab.Refraction, Sheet_Refraction(tab.Apparent_Alt, true));
 }
 
-// The azimuth by the A, B and C tables against ERFA over latitudes, declinations and hour
-// angles on both sides; none at a pole or on the meridian.
+// The azimuth by the A, B and C tables against ERFA; none at a pole or on the meridian.
 TEST_F(SightCalcTest, AzimuthByTheABCTables) {
     double worst = 0;
     int count = 0;

@@ -43,8 +43,7 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
     const double jd0 = day(rng);
     set.Lat = latDeg(rng) / kDegPerRad;
     set.Lon = lonDeg(rng) / kDegPerRad;
-    // The Sun, Moon and planets take every other place of the pool, so that most sets
-    // have some of them among their stars.
+    // The Sun, Moon and planets take every other place of the pool among the stars.
     std::vector<int> solar = {coin(rng), 2 + coin(rng), 4, 5, 6, 7, 8}, starList, pool;
     for (const MainStarRow& row : MainStars) starList.push_back(row.Star);
     std::shuffle(solar.begin(), solar.end(), rng);
@@ -119,11 +118,9 @@ class SightsEndToEnd : public ::testing::Test {
 };
 std::vector<Reference_Set> SightsEndToEnd::sets;
 
-// From the true position every intercept is the reference's altitude less ours: rounding
-// of the sextant altitude to 0'.1 and the differences of the refraction models. Then the
-// bodies are identified with the 10' limit from a DR within 5 miles; the DR is moved 20 to
-// 40 miles off (intercepts that large need the 60' item of the filter), the rows are
-// reduced again keeping their bodies, and the fix is crossed.
+// Intercepts from the true position (the rounding to 0'.1 and the refraction models);
+// identification with the 10' limit from a DR within 5 miles; then from a DR 20 to 40 miles
+// off (the 60' item of the filter) the rows keep their bodies and the fix is crossed.
 TEST_F(SightsEndToEnd, RightBodiesAndFixWithinThreeTenthsOfAMile) {
     SightSet set(14);
     double worstTrue[3] = {0, 0, 0}, worst = 0, worstNear = 0;
