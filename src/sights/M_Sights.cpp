@@ -200,9 +200,9 @@ Body_Test Test_Body(const Reduction_Work& w, int32_t code, const BodyPlace& plac
     t.LHA = place.GHA + w.DR_Long;
     if (t.LHA < 0) t.LHA += kTwoPi;
     t.Zc = Arc_Cos(w.Sin_Lat * std::sin(dec) + w.Cos_Lat * std::cos(dec) * std::cos(t.LHA));
-    t.Zn = Bearing_From_Components(static_cast<float>(std::sin(kTwoPi - t.LHA)),
-                                   static_cast<float>(w.Cos_Lat * std::tan(dec) -
-                                                      w.Sin_Lat * std::cos(kTwoPi - t.LHA)));
+    t.Zn = Bearing_From_Components(
+        static_cast<float>(std::sin(kTwoPi - t.LHA)),
+        static_cast<float>(w.Cos_Lat * std::tan(dec) - w.Sin_Lat * std::cos(kTwoPi - t.LHA)));
     if (code < body::FirstStar) {
         const double distance = place.Distance;
         t.SD = distance != 0 ? static_cast<float>(Limb_Radius(code) / distance) : 0.0f;
@@ -239,15 +239,19 @@ void Declination_Bounds(float lat, double& lowest, double& highest) {
 }
 
 std::string Intercept_Text(float intercept) {
-    const double minutes = Round_Even(intercept * kMinPerRad, 1);
-    if (minutes == 0) return "Nil ";
-    return Format_Number(std::fabs(minutes), "##0'.0") + (minutes > 0 ? " away" : " towards");
+    return Intercept_Text(intercept * kMinPerRad, " away", " towards");
 }
 
-std::string Azimuth_Text(double azDeg) {
+std::string Intercept_Text(double minutes, const char* away, const char* towards) {
+    const double shown = Round_Even(minutes, 1);
+    if (shown == 0) return "Nil ";
+    return Format_Number(std::fabs(shown), "##0'.0") + (shown > 0 ? away : towards);
+}
+
+std::string Azimuth_Text(double azDeg, const char* mask) {
     double shown = Round_Even(azDeg, 1);
     if (shown >= 360.0) shown -= 360.0;
-    return Format_Number(shown, "000°.0 T");
+    return Format_Number(shown, mask);
 }
 
 std::string Line_Bearings_Text(double azDeg) {
@@ -305,8 +309,8 @@ void Reduce_Sight(SightSet& set, int row, bool redraw) {
 
     if (sunTestAlt <= SightsFilter.AltLimit || SightsFilter.DaylightStars != 0) {
         Check_Stars_Size(s.Sight_Time);
-        const int32_t last = std::min<int32_t>(SightsFilter.StarCount,
-                                               static_cast<int32_t>(StarPlaces.size()) - 1);
+        const int32_t last =
+            std::min<int32_t>(SightsFilter.StarCount, static_cast<int32_t>(StarPlaces.size()) - 1);
         const bool mainOnly = SightsFilter.StarCount == kSightMainStars;
         for (int32_t star = body::FirstStar; star <= last; ++star) {
             if (mainOnly && !Is_Main_Star(star)) continue;

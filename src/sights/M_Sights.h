@@ -38,9 +38,9 @@ struct Reduction_Work {
     float DR_Long = 0;
     float Sin_Lat = 0;
     float Cos_Lat = 0;
-    float Sight_Az = 0;         // degrees
-    float Refraction = 0;       // the refraction taken, radians
-    float Apparent_Alt = 0;     // Hs - dip - index error
+    float Sight_Az = 0;      // degrees
+    float Refraction = 0;    // the refraction taken, radians
+    float Apparent_Alt = 0;  // Hs - dip - index error
 };
 
 // The corrections common to all bodies for sextant altitude `hs` (radians, already held
@@ -75,8 +75,11 @@ void Declination_Bounds(float lat, double& lowest, double& highest);
 // Intercept text: Format(|I|, "##0'.0") and " away" or " towards", "Nil " when the
 // intercept rounds to 0'.0. `intercept` in radians.
 std::string Intercept_Text(float intercept);
-// Azimuth text by "000°.0 T"; an azimuth that rounds to 360.0 shows as 000°.0.
-std::string Azimuth_Text(double azDeg);
+// The same for an intercept in minutes, with the words `away` and `towards` as given.
+std::string Intercept_Text(double minutes, const char* away, const char* towards);
+// Azimuth text by `mask` ("000°.0 T" unless given); an azimuth that rounds to 360.0 shows
+// as 000°.0.
+std::string Azimuth_Text(double azDeg, const char* mask = "000°.0 T");
 // The position line's pair of bearings by "000°/ " and "000°".
 std::string Line_Bearings_Text(double azDeg);
 

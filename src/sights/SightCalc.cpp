@@ -99,20 +99,23 @@ std::string Alt_Text(double radians, int places) {
                                                                                    : text;
 }
 
-std::string DLat_Text(double minutes) {
+// A difference of latitude or longitude in minutes: `zero` when it rounds to 0'.0, minutes
+// named by `plus` or `minus` under a degree, else degrees and minutes by `whole`.
+std::string Difference_Text(double minutes, const char* zero, const char* plus, const char* minus,
+                            std::string (*whole)(double, int, bool)) {
     const double shown = Round_Even(minutes, 1);
-    if (shown == 0) return "0'.0";
+    if (shown == 0) return zero;
     if (std::fabs(shown) < 60)
-        return Format_Number(std::fabs(minutes), "#0'.0") + (minutes > 0 ? " N" : " S");
-    return Format_Lat(minutes / kMinPerRad, 1, false);
+        return Format_Number(std::fabs(minutes), "#0'.0") + (minutes > 0 ? plus : minus);
+    return whole(minutes / kMinPerRad, 1, false);
+}
+
+std::string DLat_Text(double minutes) {
+    return Difference_Text(minutes, "0'.0", " N", " S", Format_Lat);
 }
 
 std::string DLong_Text(double minutes) {
-    const double shown = Round_Even(minutes, 1);
-    if (shown == 0) return "0'.0 ";
-    if (std::fabs(shown) < 60)
-        return Format_Number(std::fabs(minutes), "#0'.0") + (minutes > 0 ? "  E" : " W");
-    return Format_Long(minutes / kMinPerRad, 1, false);
+    return Difference_Text(minutes, "0'.0 ", "  E", " W", Format_Long);
 }
 
 std::string Departure_Text(double miles) {
@@ -130,18 +133,6 @@ std::string Local_Time_Text(double jd, int32_t bias) {
 
 std::string Error_Text(double minutes) {
     return Format_Number(minutes, "#0'.00") + ")";
-}
-
-std::string Intercept_Words(double minutes) {
-    const double shown = Round_Even(minutes, 1);
-    if (shown == 0) return "Nil ";
-    return Format_Number(std::fabs(minutes), "##0'.0") + (minutes > 0 ? " Away" : " Towards");
-}
-
-std::string Azimuth_Words(double az) {
-    double shown = Round_Even(az, 1);
-    if (shown >= 360.0) shown -= 360.0;
-    return Format_Number(shown, "000°.0  T");
 }
 
 // ---------------------------------------------------------------------------------------
@@ -427,7 +418,7 @@ void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t b
 
     // The result.
     L.Add("Calculated Zenith Distance", Alt_Text(v.CZD, p));
-    L.Add("Intercept", Intercept_Words(v.Intercept));
+    L.Add("Intercept", Intercept_Text(v.Intercept, " Away", " Towards"));
     if (o.Show_Errors)
         L.Add(o.Astro_Data ? "(Total Errors" : "(Total Rounding Errors", Error_Text(v.Total_Error));
     const ABC_Values& abc = v.ABC;
@@ -438,7 +429,7 @@ void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t b
                          ? std::string(1, abc.C_Name) + " " + Format_Number(abc.Bearing, "##0°.0") +
                                (abc.Bearing_EW == 'E' ? " E" : " W")
                          : "N/A");
-    L.Add("Azimuth", Azimuth_Words(v.Azimuth));
+    L.Add("Azimuth", Azimuth_Text(v.Azimuth, "000°.0  T"));
     L.Add("Position Line", Line_Bearings_Text(Round_Even(v.Azimuth, 1)));
 
     // The intercept terminal point.

@@ -20,6 +20,9 @@ inline constexpr double kSunRadiusKm = 696000.0;
 inline constexpr double kMoonRadiusKm = 1737.4;
 // Mean radii of the planets Mercury to Saturn, km (IAU 2015).
 inline constexpr double kPlanetRadiusKm[] = {2439.7, 6051.8, 3389.5, 69911.0, 58232.0};
+// The Swiss Ephemeris's numbers of the program's bodies 0 .. 8.
+inline constexpr int kSwePlanet[] = {SE_SUN,   SE_SUN,  SE_MOON,    SE_MOON,  SE_MERCURY,
+                                     SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
 
 struct Observed {
     double Alt = 0;  // observed (refracted) altitude of the limb or centre, radians
@@ -34,10 +37,8 @@ inline void Open_Reference() {
     (void)opened;
 }
 
-// The observed altitude of `body` (the program's numbering: 0 .. 8 Sun and Moon limbs and
-// planets, 12 and up a catalogue star; a planet's altitude is that of its lower limb, as
-// the program defines a sextant altitude) at `jd` (MyJD, UT) from `lat`, `lon` radians at sea
-// level, with `pressure` mb and `temperature` °C. False if the reference failed.
+// The observed altitude of `body` (0 .. 8 limbs and planets, a planet by its lower limb; 12
+// and up a star) at `jd` (MyJD, UT) from `lat`, `lon` (radians) at sea level. False on failure.
 inline bool Reference_Sight(int body, double jd, double lat, double lon, double pressure,
                             double temperature, Observed& out) {
     Open_Reference();
@@ -53,8 +54,6 @@ inline bool Reference_Sight(int body, double jd, double lat, double lon, double 
         out.Az = aob * kDeg;
         return true;
     }
-    static const int kSwePlanet[] = {SE_SUN,   SE_SUN,  SE_MOON,    SE_MOON,  SE_MERCURY,
-                                     SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
     if (body < 0 || body > 8) return false;
     double geo[3] = {lon * kDeg, lat * kDeg, 0};
     swe_set_topo(geo[0], geo[1], geo[2]);
@@ -65,26 +64,20 @@ inline bool Reference_Sight(int body, double jd, double lat, double lon, double 
         return false;
     double xaz[3] = {};
     swe_azalt(jdUT, SE_EQU2HOR, geo, 0, 0, xx, xaz);
-    double trueAlt = xaz[1];
     out.Az = std::fmod(xaz[0] + 180.0, 360.0);
-    {
-        const double radius = body <= 1   ? kSunRadiusKm
-                              : body <= 3 ? kMoonRadiusKm
-                                          : kPlanetRadiusKm[body - 4];
-        const double sd = std::asin(radius / (xx[2] * kAuKm)) * kDeg;
-        trueAlt += (body == 0 || body == 2) ? sd : -sd;
-    }
+    const double radius = body <= 1   ? kSunRadiusKm
+                          : body <= 3 ? kMoonRadiusKm
+                                      : kPlanetRadiusKm[body - 4];
+    const double sd = std::asin(radius / (xx[2] * kAuKm)) * kDeg;
+    const double trueAlt = xaz[1] + ((body == 0 || body == 2) ? sd : -sd);
     out.Alt = swe_refrac(trueAlt, pressure, temperature, SE_TRUE_TO_APP) / kDeg;
     return true;
 }
 
-// The Greenwich hour angle (radians, 0 .. 2π) of the geocentric apparent place of `body`
-// (0 .. 8, the program's numbering) at `jd` (MyJD, UT): apparent sidereal time less the
-// apparent right ascension.
+// The Greenwich hour angle (radians) of the geocentric apparent place of `body` (0 .. 8) at
+// `jd`: apparent sidereal time less the apparent right ascension.
 inline double Reference_GHA(int body, double jd) {
     Open_Reference();
-    static const int kSwePlanet[] = {SE_SUN,   SE_SUN,  SE_MOON,    SE_MOON,  SE_MERCURY,
-                                     SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN};
     if (body < 0 || body > 8) return 0;
     const double jdUT = jd + 2451545.0;
     double xx[6] = {};

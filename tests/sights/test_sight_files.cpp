@@ -1,29 +1,22 @@
 // The .Sight file: layout, round trip, the steps of a load and the comparison of settings.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
-#include "settings/File_IO.h"
-#include "sights/Sights.h"
-#include "voyage/Position_Methods.h"
+#include "sight_support.h"
 
 namespace kelmoran {
 namespace {
 
 // Answers the message boxes from a script and records them.
 class Script_Host : public SightsHost {
-public:
+  public:
     MsgAnswer Answer = MsgAnswer::Yes;
-    std::vector<std::string> Texts, Titles;
-    std::vector<std::string> Plans;
-    MsgAnswer Message_Box(const std::string& text, const std::string& title,
-                          MsgButtons) override {
+    std::vector<std::string> Texts, Titles, Plans;
+    MsgAnswer Message_Box(const std::string& text, const std::string& title, MsgButtons) override {
         Texts.push_back(text);
         Titles.push_back(title);
         return Answer;
@@ -32,19 +25,12 @@ public:
 };
 
 void Base_Settings() {
-    Settings = SettingsRecord{};
-    Settings.ObserverLat = 0.9f;
-    Settings.ObserverLong = -0.07f;
+    testing_support::Observer_At(0.9f, -0.07f, 0.0f, 4.0f);
     Settings.FixCourse = 45.0f;
     Settings.FixSpeed = 8.5f;
-    Settings.Pressure = 1010.0f;
-    Settings.Temp = 10.0f;
-    Settings.HtOfEye = 4.0f;
-    Settings.PositionMethod = kFixPosition;
     TZ_Bias = 60;
     Shell.SightsChanged = kFalse;
     Shell.CalendarChoice = 0;
-    Compute_Derived_Settings();
 }
 
 // Rows entered but matching no body: a load keeps them without reducing them again.
@@ -52,17 +38,14 @@ SightSet Sample_Set(int maxSight, int rows) {
     SightSet set(maxSight);
     set.My_TZ_Bias = 60;
     for (int r = 0; r < rows; ++r) {
-        Sight_Record& s = set.Sights[r];
+        Sight_Record& s =
+            testing_support::Enter_Row(set, r, 8830.25 + r / 1440.0, 0.5f + r * 0.01f, 100.0f + r);
         s.Sight_Day = 5 + r;
         s.Sight_Month = 3;
         s.Sight_Year = 2024;
         s.Sight_Hour = 18;
         s.Sight_Minute = 10 + r;
-        s.Sight_Time = 8830.25 + r / 1440.0;
-        s.Sextant_Alt = 0.5f + r * 0.01f;
-        s.Sight_Az = 100.0f + r;
         s.Candidate_No = -1;
-        s.Row_Used = s.Az_Entered = s.Alt_Entered = kTrue;
     }
     set.Fix_Sight = set.Sights[0];
     set.Fix_Sight.Sight_Time = 8830.3;
@@ -71,8 +54,17 @@ SightSet Sample_Set(int maxSight, int rows) {
     return set;
 }
 
-TEST(SightFiles, LayoutAndRoundTripByteForByte) {
-    Base_Settings();
+class SightFiles : public ::testing::Test {
+  protected:
+    void SetUp() override { Base_Settings(); }
+    Load_Result Load(SightSet& set, const std::vector<unsigned char>& bytes) {
+        set.Host = &host;
+        return Load_Sights_Bytes(set, bytes, "x.Sight");
+    }
+    Script_Host host;
+};
+
+TEST_F(SightFiles, LayoutAndRoundTripByteForByte) {
     SightSet set = Sample_Set(6, 3);
     const std::vector<unsigned char> bytes = Encode_Sights(set, Settings);
     // Empty plan path: 166 + 2 bytes of header, then the seven rows.
@@ -80,10 +72,10 @@ TEST(SightFiles, LayoutAndRoundTripByteForByte) {
     EXPECT_EQ(std::memcmp(bytes.data() + 168, &set.Sights[0], 76), 0);
     EXPECT_EQ(std::memcmp(bytes.data() + 16, &set.Fix_Sight, 76), 0);
     int32_t bias = 0;
-    std::memcpy(&bias, bytes.data(), 4);
-    EXPECT_EQ(bias, 60);
     float pressure = 0;
+    std::memcpy(&bias, bytes.data(), 4);
     std::memcpy(&pressure, bytes.data() + 94 + 24, 4);
+    EXPECT_EQ(bias, 60);
     EXPECT_EQ(pressure, 1010.0f);
 
     const auto dir = std::filesystem::temp_directory_path() / "kelmoran_sight_files";
@@ -93,73 +85,54 @@ TEST(SightFiles, LayoutAndRoundTripByteForByte) {
     ASSERT_TRUE(Save_Sights(set, path));
     EXPECT_EQ(Shell.SightsChanged, kFalse);
     EXPECT_EQ(set.Path, path);
-
-    Script_Host host;
     SightSet loaded(6);
     loaded.Host = &host;
     EXPECT_EQ(Load_Sights(loaded, path), Load_Result::Same);
     EXPECT_TRUE(host.Texts.empty());  // identical settings ask nothing
     EXPECT_EQ(Encode_Sights(loaded, Settings), bytes);
     EXPECT_EQ(Shell.CurrentJD, 8830.3);
+    std::filesystem::remove_all(dir);
 
     // With a plan path the rows follow the path.
     Settings.DefaultPlanFile = "C:\\Plans\\Biscay.Voy";
     const std::vector<unsigned char> withPath = Encode_Sights(set, Settings);
     EXPECT_EQ(withPath.size(), bytes.size() + 19);
     EXPECT_EQ(std::memcmp(withPath.data() + 168 + 19, &set.Sights[0], 76), 0);
-    std::filesystem::remove_all(dir);
 }
 
-TEST(SightFiles, ATallerScreensFileLoadsThePresentRows) {
-    Base_Settings();
+TEST_F(SightFiles, TallerScreensAndTruncatedFilesLoadWhatFitsAndAskNothing) {
     const SightSet tall = Sample_Set(14, 12);
-    const std::vector<unsigned char> bytes = Encode_Sights(tall, Settings);
     SightSet small(6);
-    Script_Host host;
-    small.Host = &host;
-    EXPECT_EQ(Load_Sights_Bytes(small, bytes, "x.Sight"), Load_Result::Same);
+    EXPECT_EQ(Load(small, Encode_Sights(tall, Settings)), Load_Result::Same);
     ASSERT_EQ(small.Sights.size(), 7u);
     for (int r = 0; r < 7; ++r)
         EXPECT_EQ(std::memcmp(&small.Sights[r], &tall.Sights[r], 76), 0) << r;
-    EXPECT_TRUE(host.Texts.empty());
-}
 
-TEST(SightFiles, ATruncatedFileLoadsTheRowsItHas) {
-    Base_Settings();
-    const SightSet set = Sample_Set(6, 4);
-    std::vector<unsigned char> bytes = Encode_Sights(set, Settings);
+    std::vector<unsigned char> bytes = Encode_Sights(Sample_Set(6, 4), Settings);
     bytes.resize(168 + 2 * 76 + 30);  // rows 0 and 1 whole, row 2 cut
     SightSet loaded = Sample_Set(6, 6);
-    Script_Host host;
-    loaded.Host = &host;
-    EXPECT_EQ(Load_Sights_Bytes(loaded, bytes, "x.Sight"), Load_Result::Same);
+    EXPECT_EQ(Load(loaded, bytes), Load_Result::Same);
     EXPECT_EQ(loaded.Sights[1].Sight_Minute, 11);
     EXPECT_EQ(loaded.Sights[2].Row_Used, 0);
     EXPECT_EQ(loaded.Sights[5].Row_Used, 0);
-    EXPECT_TRUE(host.Texts.empty());
-    // A file cut inside its header still loads, asking nothing.
-    bytes.resize(120);
-    EXPECT_EQ(Load_Sights_Bytes(loaded, bytes, "x.Sight"), Load_Result::Same);
+    bytes.resize(120);  // cut inside the header
+    EXPECT_EQ(Load(loaded, bytes), Load_Result::Same);
     EXPECT_EQ(loaded.Sights[0].Row_Used, 0);
     EXPECT_TRUE(host.Texts.empty());
 }
 
-TEST(SightFiles, UnsavedSightsAreAskedAbout) {
-    Base_Settings();
-    const std::vector<unsigned char> bytes = Encode_Sights(Sample_Set(6, 2), Settings);
+TEST_F(SightFiles, UnsavedSightsAreAskedAbout) {
     SightSet set(6);
-    Script_Host host;
     host.Answer = MsgAnswer::Cancel;
-    set.Host = &host;
     Shell.SightsChanged = kTrue;
-    EXPECT_EQ(Load_Sights_Bytes(set, bytes, "x.Sight"), Load_Result::Cancelled_Unsaved);
+    EXPECT_EQ(Load(set, Encode_Sights(Sample_Set(6, 2), Settings)), Load_Result::Cancelled_Unsaved);
     ASSERT_EQ(host.Texts.size(), 1u);
     EXPECT_EQ(host.Texts[0], "Current data has not been saved");
     EXPECT_EQ(host.Titles[0], "Sights Warining");
     EXPECT_EQ(set.Sights[0].Row_Used, 0);
 }
 
-TEST(SightFiles, TheDifferencesInTheirOrderAndFormats) {
+TEST_F(SightFiles, TheDifferencesInTheirOrderAndFormats) {
     SettingsRecord file{}, now{};
     file.PositionMethod = now.PositionMethod = kDRCourseSpeed;
     file.FixCourse = 45.0f;
@@ -180,19 +153,19 @@ TEST(SightFiles, TheDifferencesInTheirOrderAndFormats) {
     file.ObserverLat = 0.5f;
     file.DefaultPlanFile = "C:\\Plans\\Biscay.Voy";
     const std::string text = Settings_Differences(file, -330, now, 0);
-    EXPECT_EQ(text,
-              "IE will change to -1'.5 from 0'.0\r\n"
-              "Pressure will change to 1020.0mb from 1010.0mb\r\n"
-              "Temperature will change to 15°.0C from 0°.0C\r\n"
-              "Ht of Eye will change to 2.5m from 0.0m\r\n"
-              "Postion Calculation will change to a fixed position instead of using the plan\r\n"
-              "Fix position will change to 28° 38'.9 N/ 0° 00'.0  E from 0° 00'.0 N/ 0° 00'.0  E\r\n"
-              "Time Zone will change to Z-5.5 from GMT\r\n"
-              "Voyage Plan will change to \"Biscay\" from None\r\n");
+    EXPECT_EQ(
+        text,
+        "IE will change to -1'.5 from 0'.0\r\n"
+        "Pressure will change to 1020.0mb from 1010.0mb\r\n"
+        "Temperature will change to 15°.0C from 0°.0C\r\n"
+        "Ht of Eye will change to 2.5m from 0.0m\r\n"
+        "Postion Calculation will change to a fixed position instead of using the plan\r\n"
+        "Fix position will change to 28° 38'.9 N/ 0° 00'.0  E from 0° 00'.0 N/ 0° 00'.0  E\r\n"
+        "Time Zone will change to Z-5.5 from GMT\r\n"
+        "Voyage Plan will change to \"Biscay\" from None\r\n");
 }
 
-TEST(SightFiles, AnswersToTheDifferences) {
-    Base_Settings();
+TEST_F(SightFiles, AnswersToTheDifferences) {
     SettingsRecord fileSettings = Settings;
     fileSettings.HtOfEye = 9.0f;
     fileSettings.DefaultPlanFile = "/plans/North Sea.Voy";
@@ -204,10 +177,8 @@ TEST(SightFiles, AnswersToTheDifferences) {
 
     // Cancel: the rows stay, the settings, bias and calendar stay as they were.
     SightSet set(6);
-    Script_Host host;
     host.Answer = MsgAnswer::Cancel;
-    set.Host = &host;
-    EXPECT_EQ(Load_Sights_Bytes(set, bytes, "x.Sight"), Load_Result::Cancelled);
+    EXPECT_EQ(Load(set, bytes), Load_Result::Cancelled);
     ASSERT_EQ(host.Texts.size(), 1u);
     EXPECT_EQ(host.Titles[0], "Differences in User Settings");
     EXPECT_EQ(host.Texts[0],
@@ -222,7 +193,7 @@ TEST(SightFiles, AnswersToTheDifferences) {
 
     // No: the settings stay, the load completes with the file's bias and calendar.
     host.Answer = MsgAnswer::No;
-    EXPECT_EQ(Load_Sights_Bytes(set, bytes, "x.Sight"), Load_Result::Kept);
+    EXPECT_EQ(Load(set, bytes), Load_Result::Kept);
     EXPECT_EQ(Settings.HtOfEye, 4.0f);
     EXPECT_EQ(TZ_Bias, 120);
     EXPECT_EQ(Shell.CalendarChoice, kTrue);
@@ -231,8 +202,7 @@ TEST(SightFiles, AnswersToTheDifferences) {
     Base_Settings();
     host.Answer = MsgAnswer::Yes;
     SightSet again(6);
-    again.Host = &host;
-    EXPECT_EQ(Load_Sights_Bytes(again, bytes, "x.Sight"), Load_Result::Accepted);
+    EXPECT_EQ(Load(again, bytes), Load_Result::Accepted);
     EXPECT_EQ(Settings.HtOfEye, 9.0f);
     EXPECT_NEAR(DipRad * 3437.74677078494, 1.758 * 3.0, 1e-4);
     ASSERT_EQ(host.Plans.size(), 1u);
@@ -240,7 +210,7 @@ TEST(SightFiles, AnswersToTheDifferences) {
     EXPECT_EQ(again.Fix_Sight.DR_Lat, Settings.ObserverLat);  // DR of the fix time
 }
 
-TEST(SightFiles, RowsAndFileName) {
+TEST_F(SightFiles, RowsAndFileName) {
     EXPECT_EQ(Max_Sight(0), 6);
     EXPECT_EQ(Max_Sight(221 + 7 * 160 + 159), 7);
     EXPECT_EQ(Max_Sight(4000), 14);

@@ -6,43 +6,34 @@
 #include <cmath>
 #include <cstdio>
 #include <random>
+#include <tuple>
 #include <vector>
 
 #include "ephemeris/Series.h"
-#include "settings/File_IO.h"
+#include "sight_support.h"
 #include "sights/M_Sights.h"
 #include "sights/Sight_Fix.h"
 #include "sights/Sights.h"
 #include "stars/M_Resources.h"
-#include "voyage/Navigation.h"
-#include "voyage/Position_Methods.h"
 // The reference libraries last: their headers define macros such as OK.
 #include "sight_reference.h"
 
 namespace kelmoran {
 namespace {
 
-using testing_support::Observed;
-using testing_support::Reference_Sight;
+using namespace testing_support;
 
-constexpr double kPressure = 1010.0;
-constexpr double kTemperature = 10.0;
 constexpr float kPlotScale = 0.2f;  // pixels per second of arc: 1 pixel is 0.083 mile
 
 struct Reference_Set {
-    double Lat = 0, Lon = 0;                    // true position, radians
+    double Lat = 0, Lon = 0;  // true position, radians
     std::vector<int> Bodies;
-    std::vector<double> Times;                  // MyJD
-    std::vector<double> Hs;                     // sextant altitude before rounding, radians
-    std::vector<float> Az;                      // azimuth as entered, whole degrees
-    float Near_Lat = 0, Near_Lon = 0;           // a DR within 5 miles
-    float Far_Lat = 0, Far_Lon = 0;             // a DR 20 to 40 miles off
+    std::vector<double> Times;         // MyJD
+    std::vector<double> Hs;            // sextant altitude before rounding, radians
+    std::vector<float> Az;             // azimuth as entered, whole degrees
+    float Near_Lat = 0, Near_Lon = 0;  // a DR within 5 miles
+    float Far_Lat = 0, Far_Lon = 0;    // a DR 20 to 40 miles off
 };
-
-double Folded_Separation(double a, double b) {
-    double d = std::fmod(std::fabs(a - b), 180.0);
-    return std::min(d, 180.0 - d);
-}
 
 // Bodies 15° to 65° high whose lines cut at 30° or more, or run reciprocal within 5°.
 bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
@@ -52,8 +43,7 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
     const double jd0 = day(rng);
     set.Lat = latDeg(rng) / kDegPerRad;
     set.Lon = lonDeg(rng) / kDegPerRad;
-    // The Sun, Moon and planets take every other place of the pool, so that most sets
-    // have some of them among their stars.
+    // The Sun, Moon and planets take every other place of the pool among the stars.
     std::vector<int> solar = {coin(rng), 2 + coin(rng), 4, 5, 6, 7, 8}, starList, pool;
     for (const MainStarRow& row : MainStars) starList.push_back(row.Star);
     std::shuffle(solar.begin(), solar.end(), rng);
@@ -67,15 +57,14 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
         if (static_cast<int>(set.Bodies.size()) == wanted) break;
         const double t = jd0 + set.Bodies.size() * 2.0 / 1440.0;
         Observed o;
-        if (!Reference_Sight(body, t, set.Lat, set.Lon, kPressure, kTemperature, o)) continue;
+        if (!Reference_Sight(body, t, set.Lat, set.Lon, Settings.Pressure, Settings.Temp, o))
+            continue;
         const double altDeg = o.Alt * kDegPerRad;
         if (altDeg < 15 || altDeg > 65) continue;
-        bool fits = true;
-        for (const double a : azimuths) {
-            const double sep = Folded_Separation(a, o.Az);
-            const bool reciprocal = std::fabs(std::fabs(a - o.Az) - 180.0) <= 5.0;
-            fits = fits && (sep >= 30.0 || reciprocal);
-        }
+        const bool fits = std::all_of(azimuths.begin(), azimuths.end(), [&](double a) {
+            const double sep = std::fmod(std::fabs(a - o.Az), 180.0);
+            return std::min(sep, 180.0 - sep) >= 30.0 || std::fabs(std::fabs(a - o.Az) - 180) <= 5;
+        });
         if (!fits) continue;
         azimuths.push_back(o.Az);
         set.Bodies.push_back(body);
@@ -85,32 +74,21 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
     }
     if (set.Bodies.size() < 3) return false;
     std::uniform_real_distribution<double> course(0.0, 360.0), near(0.0, 5.0), far(20.0, 40.0);
-    set.Near_Lat = static_cast<float>(set.Lat);
-    set.Near_Lon = static_cast<float>(set.Lon);
-    Sail_To_Position(set.Near_Lat, set.Near_Lon, static_cast<float>(course(rng)),
-                     static_cast<float>(near(rng)));
-    set.Far_Lat = static_cast<float>(set.Lat);
-    set.Far_Lon = static_cast<float>(set.Lon);
-    Sail_To_Position(set.Far_Lat, set.Far_Lon, static_cast<float>(course(rng)),
-                     static_cast<float>(far(rng)));
+    for (auto [lat, lon, miles] : {std::tuple{&set.Near_Lat, &set.Near_Lon, &near},
+                                   std::tuple{&set.Far_Lat, &set.Far_Lon, &far}}) {
+        *lat = static_cast<float>(set.Lat);
+        *lon = static_cast<float>(set.Lon);
+        const float distance = static_cast<float>((*miles)(rng));
+        Sail_To_Position(*lat, *lon, static_cast<float>(course(rng)), distance);
+    }
     return true;
-}
-
-void Use_DR(float lat, float lon) {
-    Settings.PositionMethod = kFixPosition;
-    Settings.ObserverLat = lat;
-    Settings.ObserverLong = lon;
 }
 
 void Enter_Sights(SightSet& set, const Reference_Set& ref, const std::vector<double>& noise) {
     set.Clear();
-    for (std::size_t i = 0; i < ref.Bodies.size(); ++i) {
-        Sight_Record& s = set.Sights[i];
-        s.Sight_Time = ref.Times[i];
-        s.Sextant_Alt = static_cast<float>(ref.Hs[i] + (noise.empty() ? 0.0 : noise[i]));
-        s.Sight_Az = ref.Az[i];
-        s.Row_Used = s.Alt_Entered = s.Az_Entered = kTrue;
-    }
+    for (std::size_t i = 0; i < ref.Bodies.size(); ++i)
+        Enter_Row(set, static_cast<int>(i), ref.Times[i],
+                  ref.Hs[i] + (noise.empty() ? 0 : noise[i]), ref.Az[i]);
     set.Fix_Sight.Sight_Time = ref.Times.back();
 }
 
@@ -120,24 +98,16 @@ double Fix_Error_Miles(SightSet& set, const Reference_Set& ref) {
                  speed);
     const Fix_Result fix = Calc_Fix(set, kPlotScale, 800, 800, Ellipse_Size::Medium);
     const double dLat = (fix.Fix_Lat - ref.Lat) * kMinPerRad;
-    const double dLon = std::remainder(fix.Fix_Longt - ref.Lon, kTwoPi) * kMinPerRad *
-                        std::cos(ref.Lat);
+    const double dLon =
+        std::remainder(fix.Fix_Longt - ref.Lon, kTwoPi) * kMinPerRad * std::cos(ref.Lat);
     return std::hypot(dLat, dLon);
 }
 
 class SightsEndToEnd : public ::testing::Test {
-protected:
+  protected:
     static void SetUpTestSuite() {
         Load_Star_Tables();
-        Settings = SettingsRecord{};
-        Settings.Pressure = static_cast<float>(kPressure);
-        Settings.Temp = static_cast<float>(kTemperature);
-        Settings.IndexError = -1.5f;
-        Settings.HtOfEye = 4.0f;
-        Compute_Derived_Settings();
-        SightsFilter.AzLimit = 10.0f;
-        SightsFilter.StarCount = kSightMainStars;
-        SightsFilter.DaylightStars = kTrue;
+        Observer_At(0.0f, 0.0f, -1.5f, 4.0f);
         std::mt19937 rng(20240517u);
         while (sets.size() < 50) {
             Reference_Set ref;
@@ -148,47 +118,33 @@ protected:
 };
 std::vector<Reference_Set> SightsEndToEnd::sets;
 
-// From the true position every intercept is the reference's altitude less ours: rounding
-// of the sextant altitude to 0'.1, and the differences of the refraction models.
-TEST_F(SightsEndToEnd, InterceptsFromTheTruePosition) {
-    SightSet set(14);
-    double worst[3] = {0, 0, 0};
-    SightsFilter.AltLimit = static_cast<float>(10.0 / kMinPerRad);
-    for (const Reference_Set& ref : sets) {
-        Use_DR(static_cast<float>(ref.Lat), static_cast<float>(ref.Lon));
-        Enter_Sights(set, ref, {});
-        for (std::size_t i = 0; i < ref.Bodies.size(); ++i) {
-            Reduce_Sight(set, static_cast<int>(i), false);
-            ASSERT_EQ(set.Sights[i].Body_Id, ref.Bodies[i]);
-            const int kind = ref.Bodies[i] < 4 ? 0 : ref.Bodies[i] < 12 ? 1 : 2;
-            const double minutes = std::fabs(set.Sights[i].Intercept * kMinPerRad);
-            worst[kind] = std::max(worst[kind], minutes);
-        }
-    }
-    std::printf("largest intercept from the true position: Sun and Moon %.3f', planets %.3f', "
-                "stars %.3f'\n",
-                worst[0], worst[1], worst[2]);
-    for (const double w : worst) EXPECT_LT(w, 0.1);
-}
-
-// Identification with the 10' limit from a DR within 5 miles; then the DR is moved 20 to
-// 40 miles off (intercepts that large need the 60' item of the filter), the rows are
-// reduced again keeping their bodies, and the fix is crossed.
+// Intercepts from the true position (the rounding to 0'.1 and the refraction models);
+// identification with the 10' limit from a DR within 5 miles; then from a DR 20 to 40 miles
+// off (the 60' item of the filter) the rows keep their bodies and the fix is crossed.
 TEST_F(SightsEndToEnd, RightBodiesAndFixWithinThreeTenthsOfAMile) {
     SightSet set(14);
-    double worst = 0, worstNear = 0;
-    int sights = 0, sunMoon = 0, planets = 0, stars = 0;
+    double worstTrue[3] = {0, 0, 0}, worst = 0, worstNear = 0;
+    int count[3] = {0, 0, 0};
+    const float tenMinutes = static_cast<float>(10.0 / kMinPerRad);
     for (const Reference_Set& ref : sets) {
-        Use_DR(ref.Near_Lat, ref.Near_Lon);
-        SightsFilter.AltLimit = static_cast<float>(10.0 / kMinPerRad);
-        Enter_Sights(set, ref, {});
-        for (std::size_t i = 0; i < ref.Bodies.size(); ++i) {
-            Reduce_Sight(set, static_cast<int>(i), false);
-            EXPECT_TRUE(set.Sights[i].Has_Body != 0) << "body " << ref.Bodies[i];
-            EXPECT_EQ(set.Sights[i].Body_Id, ref.Bodies[i]);
-            EXPECT_LE(std::fabs(set.Sights[i].Intercept) * kMinPerRad, 5.5);
-            ++sights;
-            (ref.Bodies[i] < 4 ? sunMoon : ref.Bodies[i] < 12 ? planets : stars)++;
+        for (const bool fromTrue : {true, false}) {
+            Use_DR(fromTrue ? static_cast<float>(ref.Lat) : ref.Near_Lat,
+                   fromTrue ? static_cast<float>(ref.Lon) : ref.Near_Lon);
+            SightsFilter.AltLimit = tenMinutes;
+            Enter_Sights(set, ref, {});
+            for (std::size_t i = 0; i < ref.Bodies.size(); ++i) {
+                const int kind = ref.Bodies[i] < 4 ? 0 : ref.Bodies[i] < 12 ? 1 : 2;
+                const Sight_Record& s = set.Sights[i];
+                Reduce_Sight(set, static_cast<int>(i), false);
+                EXPECT_TRUE(s.Has_Body != 0) << "body " << ref.Bodies[i];
+                ASSERT_EQ(s.Body_Id, ref.Bodies[i]);
+                EXPECT_LE(std::fabs(s.Intercept) * kMinPerRad, 5.5);
+                if (fromTrue) {
+                    worstTrue[kind] =
+                        std::max(worstTrue[kind], std::fabs(s.Intercept * kMinPerRad));
+                    ++count[kind];
+                }
+            }
         }
         worstNear = std::max(worstNear, Fix_Error_Miles(set, ref));
         Use_DR(ref.Far_Lat, ref.Far_Lon);
@@ -201,9 +157,15 @@ TEST_F(SightsEndToEnd, RightBodiesAndFixWithinThreeTenthsOfAMile) {
         EXPECT_LT(error, 0.3);
         worst = std::max(worst, error);
     }
-    std::printf("50 sets, %d sights (%d Sun/Moon, %d planets, %d stars): largest fix error "
-                "%.3f mile (%.3f from the DR within 5 miles)\n",
-                sights, sunMoon, planets, stars, worst, worstNear);
+    std::printf(
+        "largest intercept from the true position: Sun and Moon %.3f', planets %.3f', "
+        "stars %.3f'\n",
+        worstTrue[0], worstTrue[1], worstTrue[2]);
+    for (const double w : worstTrue) EXPECT_LT(w, 0.1);
+    std::printf(
+        "50 sets, %d sights (%d Sun/Moon, %d planets, %d stars): largest fix error "
+        "%.3f mile (%.3f from the DR within 5 miles)\n",
+        count[0] + count[1] + count[2], count[0], count[1], count[2], worst, worstNear);
 }
 
 TEST_F(SightsEndToEnd, NoiseOfTwoTenthsOfAMinute) {
@@ -230,9 +192,10 @@ TEST_F(SightsEndToEnd, NoiseOfTwoTenthsOfAMinute) {
     std::sort(errors.begin(), errors.end());
     const double median = errors[errors.size() / 2];
     const double p95 = errors[errors.size() * 95 / 100];
-    std::printf("%zu sets with 0'.2 noise: median fix error %.3f mile, 95th percentile %.3f, "
-                "largest %.3f\n",
-                errors.size(), median, p95, errors.back());
+    std::printf(
+        "%zu sets with 0'.2 noise: median fix error %.3f mile, 95th percentile %.3f, "
+        "largest %.3f\n",
+        errors.size(), median, p95, errors.back());
     EXPECT_LT(median, 0.25);
     EXPECT_LT(p95, 0.6);
 }
