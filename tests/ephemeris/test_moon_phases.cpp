@@ -15,12 +15,10 @@ namespace {
 constexpr double kMinute = 1.0 / 1440.0;
 
 TEST(MoonPhases, WorkedExampleOfTheMethod) {
-    // The published figures have five decimals of a day: ours, rounded the same way, are
-    // the same figures.
+    // The published figures have five decimals of a day. The New Moon of 1977 February:
+    // k = -283, JDE 2443192.65118; the first Last Quarter of 2044 (k = 544.75): 2467636.49186.
     const auto published = [](double jde) { return std::round(jde * 1.0e5); };
-    // The New Moon of 1977 February: k = -283, JDE 2443192.65118.
     EXPECT_EQ(published(Phase_Of_Lunation(-283.0, MoonPhase::New) + kJ2000), 244319265118.0);
-    // The first Last Quarter of 2044 (k = 544.75): JDE 2467636.49186.
     EXPECT_EQ(published(Phase_Of_Lunation(544.75, MoonPhase::LastQuarter) + kJ2000),
               246763649186.0);
 }
@@ -32,9 +30,8 @@ TEST(MoonPhases, SearchStepsBackToTheLastPhaseAtOrBeforeTheTarget) {
         for (double k = -1300.0; k <= 1300.0; k += 97.0) {
             const double at = Phase_Of_Lunation(k + 0.25 * p, phase) - deltaT * 36525.0;
             const double next = Phase_Of_Lunation(k + 1.0 + 0.25 * p, phase) - deltaT * 36525.0;
-            // Exactly at the phase: that phase, not the one before.
+            // Exactly at the phase, that phase; any moment up to the next, the same phase.
             EXPECT_DOUBLE_EQ(Phase_Before(at, deltaT, phase), at);
-            // Any moment up to the next phase: the same phase.
             EXPECT_DOUBLE_EQ(Phase_Before(at + 0.001, deltaT, phase), at);
             EXPECT_DOUBLE_EQ(Phase_Before(next - 0.001, deltaT, phase), at);
             EXPECT_DOUBLE_EQ(Phase_Before(next, deltaT, phase), next);
