@@ -30,6 +30,12 @@ MySystemTime Date(int y, int m, int d, int h = 12, int min = 0, int s = 0) {
     return t;
 }
 
+std::string Text(const MySystemTime& t) {
+    return QString::asprintf("%d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
+                             t.wMinute, t.wSecond)
+        .toStdString();
+}
+
 // Reads a zone as the computer's at `now` into the shared rules.
 void Use_Zone(const char* id, const QDateTime& now) {
     SystemZone zone;
@@ -63,60 +69,53 @@ class TimeZones : public ::testing::Test {
     }
 };
 
-TEST_F(TimeZones, LondonRulesFromTheSystem) {
-    SystemZone zone;
-    ASSERT_TRUE(Query_System_Zone("Europe/London", Utc(2026, 6, 15), zone));
-    EXPECT_EQ(zone.StandardBias, 0);
-    EXPECT_EQ(zone.DaylightBias, 60);
-    EXPECT_TRUE(zone.DaylightInForce);
-    EXPECT_EQ(zone.DaylightDate.Month, 3);
-    EXPECT_EQ(zone.DaylightDate.Week, 5);
-    EXPECT_EQ(zone.DaylightDate.Hour, 1);
-    EXPECT_EQ(zone.StandardDate.Month, 10);
-    EXPECT_EQ(zone.StandardDate.Week, 5);
-    EXPECT_EQ(zone.StandardDate.Hour, 2);  // 02:00 summer time
+TEST_F(TimeZones, NorthernAndSouthernRulesFromTheSystem) {
+    // Months, week of the month (5 the last) and hour of each change, the rules read into
+    // the shared state, and the standard bias in the other season.
+    struct Case {
+        const char* id;
+        QDateTime summer, winter;
+        int32_t standard, daylight;
+        int startMonth, startWeek, startHour, endMonth, endWeek, endHour, startDay, endDay;
+        const char *startText, *endText;
+    };
+    const Case cases[] = {
+        {"Europe/London", Utc(2026, 6, 15), Utc(2026, 1, 10), 0, 60, 3, 5, 1, 10, 5, 2, 29, 25,
+         "Last Sunday in March", "Last Sunday in October"},
+        {"Australia/Sydney", Utc(2026, 1, 15), Utc(2026, 7, 1), 600, 660, 10, 1, 2, 4, 1, 3, 4, 5,
+         "1st Sunday in October", "1st Sunday in April"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.id);
+        SystemZone zone;
+        ASSERT_TRUE(Query_System_Zone(c.id, c.summer, zone));
+        EXPECT_EQ(zone.StandardBias, c.standard);
+        EXPECT_EQ(zone.DaylightBias, c.daylight);
+        EXPECT_TRUE(zone.DaylightInForce);
+        EXPECT_EQ(zone.DaylightDate.Month, c.startMonth);
+        EXPECT_EQ(zone.DaylightDate.Week, c.startWeek);
+        EXPECT_EQ(zone.DaylightDate.Hour, c.startHour);
+        EXPECT_EQ(zone.StandardDate.Month, c.endMonth);
+        EXPECT_EQ(zone.StandardDate.Week, c.endWeek);
+        EXPECT_EQ(zone.StandardDate.Hour, c.endHour);  // in summer time
 
-    Read_System_TimeZone(zone);
-    EXPECT_EQ(TZ_Bias, 60);
-    EXPECT_EQ(SummerStart.Weekday, 1);  // Sunday in the program's count
-    EXPECT_EQ(SummerEnd.Weekday, 1);
-    EXPECT_EQ(SummerStart.Bias, 60);
-    EXPECT_EQ(SummerEnd.Bias, 0);
-    EXPECT_EQ(SummerStart.Year, 2026);
-    EXPECT_EQ(SummerStart.Day, 29);
-    EXPECT_EQ(SummerEnd.Day, 25);
-    EXPECT_EQ(SummerStart.Moment, Calc_JD(Date(2026, 3, 29, 1), false));
-    EXPECT_EQ(SummerEnd.Moment, Calc_JD(Date(2026, 10, 25, 2), false));
-    EXPECT_EQ(Rule_Text(SummerStart), "Last Sunday in March");
-    EXPECT_EQ(Rule_Text(SummerEnd), "Last Sunday in October");
+        Read_System_TimeZone(zone);
+        EXPECT_EQ(TZ_Bias, c.daylight);
+        EXPECT_EQ(SummerStart.Weekday, 1);  // Sunday in the program's count
+        EXPECT_EQ(SummerEnd.Weekday, 1);
+        EXPECT_EQ(SummerStart.Bias, c.daylight);
+        EXPECT_EQ(SummerEnd.Bias, c.standard);
+        EXPECT_EQ(SummerStart.Year, 2026);
+        EXPECT_EQ(SummerStart.Moment,
+                  Calc_JD(Date(2026, c.startMonth, c.startDay, c.startHour), false));
+        EXPECT_EQ(SummerEnd.Moment, Calc_JD(Date(2026, c.endMonth, c.endDay, c.endHour), false));
+        EXPECT_EQ(Rule_Text(SummerStart), c.startText);
+        EXPECT_EQ(Rule_Text(SummerEnd), c.endText);
 
-    // In winter the standard bias is in force.
-    Use_Zone("Europe/London", Utc(2026, 1, 10));
-    EXPECT_EQ(TZ_Bias, 0);
-    EXPECT_EQ(SummerStart.Day, 29);
-}
-
-TEST_F(TimeZones, SydneyRulesFromTheSystem) {
-    SystemZone zone;
-    ASSERT_TRUE(Query_System_Zone("Australia/Sydney", Utc(2026, 1, 15), zone));
-    EXPECT_EQ(zone.StandardBias, 600);
-    EXPECT_EQ(zone.DaylightBias, 660);
-    EXPECT_TRUE(zone.DaylightInForce);
-    EXPECT_EQ(zone.DaylightDate.Month, 10);
-    EXPECT_EQ(zone.DaylightDate.Week, 1);
-    EXPECT_EQ(zone.DaylightDate.Hour, 2);
-    EXPECT_EQ(zone.StandardDate.Month, 4);
-    EXPECT_EQ(zone.StandardDate.Week, 1);
-    EXPECT_EQ(zone.StandardDate.Hour, 3);
-
-    Read_System_TimeZone(zone);
-    EXPECT_EQ(TZ_Bias, 660);
-    EXPECT_EQ(Rule_Text(SummerStart), "1st Sunday in October");
-    EXPECT_EQ(Rule_Text(SummerEnd), "1st Sunday in April");
-    EXPECT_EQ(SummerStart.Day, 4);
-    EXPECT_EQ(SummerEnd.Day, 5);
-    Use_Zone("Australia/Sydney", Utc(2026, 7, 1));
-    EXPECT_EQ(TZ_Bias, 600);
+        Use_Zone(c.id, c.winter);
+        EXPECT_EQ(TZ_Bias, c.standard);
+        EXPECT_EQ(SummerStart.Day, c.startDay);
+    }
 }
 
 TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
@@ -226,9 +225,10 @@ TEST_F(TimeZones, DatesUnderTheComputersOwnZone) {
     // 1900 keeps whichever bias it has.
     for (const int32_t bias : {known.Standard, known.Summer}) {
         DateControlState old = Control(winter, bias);
-        EXPECT_FALSE(Move(old, Date(1900, 7, 1)).BiasChanged);
-        EXPECT_FALSE(Move(old, Date(1900, 1, 20)).BiasChanged);
-        EXPECT_EQ(old.Bias, bias);
+        for (const MySystemTime& d : {Date(1900, 7, 1), Date(1900, 1, 20), Date(1900, 1, 1, 0)}) {
+            EXPECT_FALSE(Move(old, d).BiasChanged);
+            EXPECT_EQ(old.Bias, bias);
+        }
     }
 
     // After 2100 the label is "ET"; on return it is the zone's own label again.
@@ -313,49 +313,19 @@ TEST_F(TimeZones, SouthernDateAcrossRuleDatesMovesTheBias) {
     EXPECT_EQ(c.MyLMT_Text, "Z+11");
 }
 
-TEST_F(TimeZones, ManualBiasOffSwitchAndPlanControlsAreLeftAlone) {
+TEST_F(TimeZones, PlanControlsAndTheOffSwitchAreLeftAlone) {
     Use_Zone("Europe/London", Utc(2026, 1, 10));
-    DateControlState manual = Control(Date(2026, 1, 10), 120);
-    for (const MySystemTime& d : {Date(2026, 6, 1), Date(2026, 12, 1), Date(2030, 7, 1)}) {
-        EXPECT_FALSE(Move(manual, d).BiasChanged);
-        EXPECT_EQ(manual.Bias, 120);
-    }
-
     DateControlState plan = Control(Date(2026, 1, 10), 0);
     plan.FollowsSummerTime = false;
     EXPECT_FALSE(Move(plan, Date(2026, 6, 1)).BiasChanged);
-
     Settings.AutoTimeZone = kFalse;
     DateControlState off = Control(Date(2026, 1, 10), 0);
     EXPECT_FALSE(Move(off, Date(2026, 6, 1)).BiasChanged);
     EXPECT_EQ(off.Bias, 0);
 }
 
-TEST_F(TimeZones, DateIn1900KeepsItsBias) {
-    for (const char* zone : {"Europe/London", "Australia/Sydney"}) {
-        Use_Zone(zone, Utc(2026, 1, 10));
-        for (const int32_t bias : {SummerStart.Bias, SummerEnd.Bias}) {
-            DateControlState c = Control(Date(2026, 1, 10), bias);
-            for (const MySystemTime& d :
-                 {Date(1900, 7, 1), Date(1900, 1, 15), Date(1900, 1, 1, 0)}) {
-                EXPECT_FALSE(Move(c, d).BiasChanged) << zone;
-                EXPECT_EQ(c.Bias, bias) << zone;
-            }
-        }
-    }
-}
-
-TEST_F(TimeZones, FarDatesShowET) {
+TEST_F(TimeZones, EphemerisTimeLabelsOutsideTheYearsOfZones) {
     Use_Zone("Europe/London", Utc(2026, 1, 10));
-    DateControlState c = Control(Date(2026, 1, 10), 0);
-    LmtChange r = Move(c, Date(2150, 7, 1));
-    EXPECT_TRUE(r.LabelChanged);
-    EXPECT_EQ(c.MyLMT_Text, "ET");
-    EXPECT_EQ(c.Bias, 0);
-    r = Move(c, Date(2026, 1, 10));
-    EXPECT_TRUE(r.LabelChanged);
-    EXPECT_EQ(c.MyLMT_Text, "GMT");
-
     DateControlState z = Control(Date(2026, 7, 1), 60);
     EXPECT_TRUE(Move(z, Date(2101, 7, 1)).LabelChanged);
     EXPECT_EQ(z.MyLMT_Text, "ET+1");
@@ -395,31 +365,30 @@ TEST_F(TimeZones, GregorianReformFlipsToJulian) {
 }
 
 TEST_F(TimeZones, SetLmtInMinutesMode) {
-    DateControlState c;
-    c.RoundToMinute = true;
-    Set_LMT(c, Date(2026, 5, 5, 12, 34, 45));
-    EXPECT_EQ(c.Date.wHour, 12);
-    EXPECT_EQ(c.Date.wMinute, 35);
-    EXPECT_EQ(c.Date.wSecond, 0);
-    Set_LMT(c, Date(2026, 5, 5, 12, 34, 29));
-    EXPECT_EQ(c.Date.wMinute, 34);
-    Set_LMT(c, Date(2026, 12, 31, 23, 59, 30));
-    EXPECT_EQ(c.Date.wYear, 2027);
-    EXPECT_EQ(c.Date.wMonth, 1);
-    EXPECT_EQ(c.Date.wDay, 1);
-    EXPECT_EQ(c.Date.wHour, 0);
-    EXPECT_EQ(c.Date.wMinute, 0);
-    EXPECT_EQ(c.MyJD, Calc_JD(Date(2027, 1, 1, 0), false));
-    // 29 February exists in Julian 1900, not in Gregorian.
-    Set_LMT(c, Date(1900, 2, 28, 23, 59, 50));
-    EXPECT_EQ(c.Date.wMonth, 3);
-    c.JulDates = kTrue;
-    Set_LMT(c, Date(1900, 2, 28, 23, 59, 50));
-    EXPECT_EQ(c.Date.wDay, 29);
-
+    // Rounded to the minute, carrying into the next year; 29 February exists in Julian
+    // 1900, not in Gregorian. Seconds mode keeps the seconds.
+    const struct {
+        MySystemTime in;
+        bool julian;
+        const char* out;
+    } cases[] = {
+        {Date(2026, 5, 5, 12, 34, 45), false, "2026-05-05 12:35:00"},
+        {Date(2026, 5, 5, 12, 34, 29), false, "2026-05-05 12:34:00"},
+        {Date(2026, 12, 31, 23, 59, 30), false, "2027-01-01 00:00:00"},
+        {Date(1900, 2, 28, 23, 59, 50), false, "1900-03-01 00:00:00"},
+        {Date(1900, 2, 28, 23, 59, 50), true, "1900-02-29 00:00:00"},
+    };
+    for (const auto& c : cases) {
+        DateControlState m;
+        m.RoundToMinute = true;
+        m.JulDates = c.julian ? kTrue : 0;
+        Set_LMT(m, c.in);
+        EXPECT_EQ(Text(m.Date), c.out);
+        EXPECT_EQ(m.MyJD, Calc_JD(m.Date, c.julian));
+    }
     DateControlState s;
     Set_LMT(s, Date(2026, 5, 5, 12, 34, 45));
-    EXPECT_EQ(s.Date.wSecond, 45);  // seconds mode keeps them
+    EXPECT_EQ(Text(s.Date), "2026-05-05 12:34:45");
 }
 
 TEST_F(TimeZones, TimeTab) {
