@@ -69,55 +69,6 @@ class TimeZones : public ::testing::Test {
     }
 };
 
-TEST_F(TimeZones, NorthernAndSouthernRulesFromTheSystem) {
-    // Months, week of the month (5 the last) and hour of each change, the rules read into
-    // the shared state, and the standard bias in the other season.
-    struct Case {
-        const char* id;
-        QDateTime summer, winter;
-        int32_t standard, daylight;
-        int startMonth, startWeek, startHour, endMonth, endWeek, endHour, startDay, endDay;
-        const char *startText, *endText;
-    };
-    const Case cases[] = {
-        {"Europe/London", Utc(2026, 6, 15), Utc(2026, 1, 10), 0, 60, 3, 5, 1, 10, 5, 2, 29, 25,
-         "Last Sunday in March", "Last Sunday in October"},
-        {"Australia/Sydney", Utc(2026, 1, 15), Utc(2026, 7, 1), 600, 660, 10, 1, 2, 4, 1, 3, 4, 5,
-         "1st Sunday in October", "1st Sunday in April"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.id);
-        SystemZone zone;
-        ASSERT_TRUE(Query_System_Zone(c.id, c.summer, zone));
-        EXPECT_EQ(zone.StandardBias, c.standard);
-        EXPECT_EQ(zone.DaylightBias, c.daylight);
-        EXPECT_TRUE(zone.DaylightInForce);
-        EXPECT_EQ(zone.DaylightDate.Month, c.startMonth);
-        EXPECT_EQ(zone.DaylightDate.Week, c.startWeek);
-        EXPECT_EQ(zone.DaylightDate.Hour, c.startHour);
-        EXPECT_EQ(zone.StandardDate.Month, c.endMonth);
-        EXPECT_EQ(zone.StandardDate.Week, c.endWeek);
-        EXPECT_EQ(zone.StandardDate.Hour, c.endHour);  // in summer time
-
-        Read_System_TimeZone(zone);
-        EXPECT_EQ(TZ_Bias, c.daylight);
-        EXPECT_EQ(SummerStart.Weekday, 1);  // Sunday in the program's count
-        EXPECT_EQ(SummerEnd.Weekday, 1);
-        EXPECT_EQ(SummerStart.Bias, c.daylight);
-        EXPECT_EQ(SummerEnd.Bias, c.standard);
-        EXPECT_EQ(SummerStart.Year, 2026);
-        EXPECT_EQ(SummerStart.Moment,
-                  Calc_JD(Date(2026, c.startMonth, c.startDay, c.startHour), false));
-        EXPECT_EQ(SummerEnd.Moment, Calc_JD(Date(2026, c.endMonth, c.endDay, c.endHour), false));
-        EXPECT_EQ(Rule_Text(SummerStart), c.startText);
-        EXPECT_EQ(Rule_Text(SummerEnd), c.endText);
-
-        Use_Zone(c.id, c.winter);
-        EXPECT_EQ(TZ_Bias, c.standard);
-        EXPECT_EQ(SummerStart.Day, c.startDay);
-    }
-}
-
 TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
     Use_Zone("Asia/Kolkata", Utc(2026, 6, 15));
     EXPECT_EQ(TZ_Bias, 330);
@@ -139,13 +90,19 @@ TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
     EXPECT_EQ(zone.StandardBias, 77);
 }
 
-// What the run's own zone must give: standard and summer bias, months of the changes.
+// What the run's own zone must give: standard and summer bias; month, week of the month
+// (5 the last) and hour of each change, and their texts; a month of its summer and winter.
 struct KnownZone {
     const char* Id;
-    int32_t Standard, Summer, StartMonth, EndMonth;
+    int32_t Standard, Summer;
+    int StartMonth, StartWeek, StartHour, EndMonth, EndWeek, EndHour;
+    const char *StartText, *EndText;
+    int SummerMonth, WinterMonth;
 };
-constexpr KnownZone kKnownZones[] = {{"Europe/London", 0, 60, 3, 10},
-                                     {"Australia/Sydney", 600, 660, 10, 4}};
+constexpr KnownZone kKnownZones[] = {{"Europe/London", 0, 60, 3, 5, 1, 10, 5, 2,
+                                      "Last Sunday in March", "Last Sunday in October", 6, 1},
+                                     {"Australia/Sydney", 600, 660, 10, 1, 2, 4, 1, 3,
+                                      "1st Sunday in October", "1st Sunday in April", 1, 7}};
 
 const KnownZone& Own_Zone() {
     for (const KnownZone& z : kKnownZones)
@@ -173,6 +130,27 @@ DayOfChange Changes_In(const QTimeZone& tz, int year) {
 
 TEST_F(TimeZones, TheComputersOwnZone) {
     const KnownZone& known = Own_Zone();
+    // The zone as the system describes it at a date of its summer, then of its winter.
+    SystemZone zone;
+    ASSERT_TRUE(Query_System_Zone(known.Id, Utc(2026, known.SummerMonth, 15), zone));
+    EXPECT_EQ(zone.StandardBias, known.Standard);
+    EXPECT_EQ(zone.DaylightBias, known.Summer);
+    EXPECT_TRUE(zone.DaylightInForce);
+    EXPECT_EQ(zone.DaylightDate.Month, known.StartMonth);
+    EXPECT_EQ(zone.DaylightDate.Week, known.StartWeek);
+    EXPECT_EQ(zone.DaylightDate.Hour, known.StartHour);
+    EXPECT_EQ(zone.StandardDate.Month, known.EndMonth);
+    EXPECT_EQ(zone.StandardDate.Week, known.EndWeek);
+    EXPECT_EQ(zone.StandardDate.Hour, known.EndHour);  // in summer time
+    Read_System_TimeZone(zone);
+    EXPECT_EQ(TZ_Bias, known.Summer);
+    EXPECT_EQ(SummerStart.Year, 2026);
+    EXPECT_EQ(Rule_Text(SummerStart), known.StartText);
+    EXPECT_EQ(Rule_Text(SummerEnd), known.EndText);
+    Use_Zone(known.Id, Utc(2026, known.WinterMonth, 10));
+    EXPECT_EQ(TZ_Bias, known.Standard);
+
+    // The computer's own zone, read at the current moment.
     ASSERT_EQ(QTimeZone::systemTimeZoneId(), QByteArray(known.Id));
     TZ_Bias = 12345;
     ASSERT_TRUE(Read_System_TimeZone());
@@ -182,12 +160,13 @@ TEST_F(TimeZones, TheComputersOwnZone) {
     EXPECT_EQ(SummerEnd.Month, known.EndMonth);
     EXPECT_EQ(SummerStart.Bias, known.Summer);
     EXPECT_EQ(SummerEnd.Bias, known.Standard);
-    EXPECT_EQ(SummerStart.Weekday, 1);  // both zones change on a Sunday
+    EXPECT_EQ(SummerStart.Weekday, 1);  // both zones change on a Sunday, 1 in the program
     EXPECT_EQ(SummerEnd.Weekday, 1);
     EXPECT_EQ(SummerStart.Valid, kTrue);
     EXPECT_EQ(SummerStart.Year, QDateTime::currentDateTimeUtc().date().year());
 
-    // The rules read now give the days of the system's own changes in other years too.
+    // The rules read now give the days and moments of the system's own changes in other
+    // years too.
     const QTimeZone tz(known.Id);
     for (int year = 2017; year <= 2035; year += 3) {
         Compute_Rule_Date(year, SummerStart);
@@ -196,7 +175,9 @@ TEST_F(TimeZones, TheComputersOwnZone) {
         EXPECT_EQ(SummerStart.Day, expected.StartDay) << year;
         EXPECT_EQ(SummerEnd.Day, expected.EndDay) << year;
         EXPECT_EQ(SummerStart.Moment,
-                  Calc_JD(Date(year, SummerStart.Month, SummerStart.Day, SummerStart.Hour), false));
+                  Calc_JD(Date(year, known.StartMonth, expected.StartDay, known.StartHour), false));
+        EXPECT_EQ(SummerEnd.Moment,
+                  Calc_JD(Date(year, known.EndMonth, expected.EndDay, known.EndHour), false));
     }
 }
 
