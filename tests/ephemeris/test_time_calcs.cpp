@@ -10,16 +10,9 @@
 namespace kelmoran {
 namespace {
 
-MySystemTime Date(int y, int m, int d, int hh = 0, int mm = 0, int ss = 0) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = static_cast<int16_t>(hh);
-    t.wMinute = static_cast<int16_t>(mm);
-    t.wSecond = static_cast<int16_t>(ss);
-    t.wMilliseconds = 0;
-    return t;
+MySystemTime Date(int y, int m, int d, int h = 0, int min = 0, int s = 0) {
+    using S = int16_t;  // year, month, weekday (the default 7), day, hour, minute, second, ms
+    return {S(y), S(m), 7, S(d), S(h), S(min), S(s), 0};
 }
 
 // A date as text, without its weekday, for readable comparisons.

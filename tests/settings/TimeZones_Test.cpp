@@ -20,14 +20,8 @@ QDateTime Utc(int y, int m, int d, int h = 12) {
 }
 
 MySystemTime Date(int y, int m, int d, int h = 12, int min = 0, int s = 0) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = static_cast<int16_t>(h);
-    t.wMinute = static_cast<int16_t>(min);
-    t.wSecond = static_cast<int16_t>(s);
-    return t;
+    using S = int16_t;  // year, month, weekday (the default 7), day, hour, minute, second, ms
+    return {S(y), S(m), 7, S(d), S(h), S(min), S(s), 0};
 }
 
 std::string Text(const MySystemTime& t) {
