@@ -1,5 +1,4 @@
-// The total angle helpers, and the altitude corrections: dip, index error and the three
-// refraction routes.
+// The total angle helpers; dip, index error and the three refraction routes.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -58,8 +57,7 @@ TEST(Angles, TwoArgumentArctangentsRunOverAWholeTurn) {
     EXPECT_NEAR(Atan2_R8(-1e300, 1e-300), 4.71238898038469, 1e-12);
 }
 
-// Pressure (mb), temperature (°C), index error (minutes), height of eye (m), and the
-// values derived from them.
+// Pressure (mb), temperature (°C), index error ('), height of eye (m), and derived values.
 void Set_Altitude_Corrections(float pressure, float temperature, float indexError,
                               float heightOfEye) {
     Settings.Pressure = pressure;

@@ -63,8 +63,7 @@ Worst2 Compare(const PlaceRoutine& place, int swe, int sweFlags, double from, do
     return w;
 }
 
-// Moments (days of UT from J2000.0): about 200 from 1800 to 2200 and 250 from -2000 to
-// 3000, steps chosen so as not to fall in step with the Moon or the planets.
+// About 200 moments from 1800 to 2200 and 250 from -2000 to 3000 (days of UT from J2000.0).
 constexpr double kNearFrom = -200 * kYear, kNearTo = 200 * kYear, kNearStep = 731.13;
 constexpr double kFarFrom = -4000 * kYear, kFarTo = 1000 * kYear, kFarStep = 7305.31;
 

@@ -1,5 +1,4 @@
-// Nutation, obliquity and sidereal time, against ERFA's full IAU 1980 nutation and its
-// IAU 1982 sidereal time with the 1994 equation of the equinoxes.
+// Nutation, obliquity and sidereal time against ERFA (IAU 1980, 1982 and 1994).
 #include <erfa.h>
 #include <gtest/gtest.h>
 

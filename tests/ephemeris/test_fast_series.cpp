@@ -1,6 +1,5 @@
-// The fast routes that never touch the long series: the Earth's five-term head and the
-// Sun's fast place, the planets' fast heliocentric series, and the Moon's short distance
-// series, against the Swiss Ephemeris (DE431-based) over years -2000 .. 3000.
+// The fast routes (the Earth's head, the planets' short series, the Moon's distance series)
+// against the Swiss Ephemeris and the full series.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -27,8 +26,7 @@ using testing_support::Swe_Place;
 constexpr double kFrom1800 = -200.0 * 365.25, kTo2200 = 200.0 * 365.25;
 constexpr double kFromM2000 = -4000.0 * 365.25, kTo3000 = 1000.0 * 365.25;
 
-// Largest difference of the Sun's fast longitude (apparent, mean equinox of date) from
-// the reference over a range of days of TT.
+// Largest difference of the Sun's fast apparent longitude from the reference (days of TT).
 double Worst_Sun_Fast(double from, double to, double step, double maxRadiusAU) {
     Largest worst;
     for (double d = from; d <= to; d += step) {
@@ -55,8 +53,7 @@ struct Worst {
     Largest L, B, R;
 };
 
-// Largest differences of a planet's fast heliocentric L, B (seconds of arc) and R (AU)
-// from the reference over a range of days of TT.
+// Largest differences of a planet's fast L, B (arcseconds) and R (AU) from the reference.
 Worst Worst_Planet_Fast(int body, int swe, double from, double to, double step) {
     Worst w;
     for (double d = from; d <= to; d += step) {

@@ -1,5 +1,4 @@
-// The Moon's phases by the lunation series: the published worked example, the search
-// backwards from a target, and every phase from 1900 to 2100 against the Swiss Ephemeris.
+// The Moon's phases: the published worked example, the search, and the Swiss Ephemeris.
 #include <gtest/gtest.h>
 #include <swephexp.h>
 
@@ -44,8 +43,7 @@ TEST(MoonPhases, SearchStepsBackToTheLastPhaseAtOrBeforeTheTarget) {
     EXPECT_EQ(Quarter_Before(t, deltaT, true), Phase_Before(t, deltaT, MoonPhase::LastQuarter));
 }
 
-// The Moon's apparent longitude less the Sun's, less the phase angle, in degrees folded into
-// -180 .. 180, from the Swiss Ephemeris at Julian Date `jdTT` (TT).
+// Swiss Ephemeris: the Moon's apparent longitude less the Sun's less the phase, degrees.
 double Swe_Elongation_Error(double jdTT, double phaseDeg) {
     double sun[6], moon[6];
     char err[256];

@@ -1,5 +1,4 @@
-// The long-series objects against the Swiss Ephemeris (JPL-based files), and the reduced
-// and fast levels against the full series.
+// The long series against the Swiss Ephemeris, and the shorter levels against the full.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -31,8 +30,7 @@ double Tau_Of_Year(double year) {
     return (year - 2000.0) / 1000.0;
 }
 
-// Calls `visit` with tau at `count` dates over years first .. last; the step is not a round
-// number of days, so the dates fall at all times of day and phases of the Moon.
+// Calls `visit` at `count` dates over years first .. last, at all times of day.
 void For_Dates(double first, double last, int count, const std::function<void(double)>& visit) {
     const double a = Tau_Of_Year(first), b = Tau_Of_Year(last);
     for (int i = 0; i < count; ++i) visit(a + (b - a) * (i + 0.37) / count);
@@ -228,8 +226,7 @@ TEST_F(SeriesTest, MoonMatchesSwissEphemerisAndItsLevelsStayCloseToTheFull) {
         all.angle[1], all.angle[2]);
 }
 
-// Heliocentric rectangular place of date of a planet (a body number) or of the Earth (-1)
-// by the full or the reduced series.
+// Heliocentric rectangular place of date of a planet, or the Earth (-1), full or reduced.
 void Rect(int planet, bool full, double tau, double* v) {
     if (planet < 0) {
         EarthSeries::Instance().EarthRect(full ? kAccuracyFull : kAccuracyReduced, tau * 10.0, v[0],

@@ -1,6 +1,4 @@
-// Which places touch the planets' long series. The program is linked with the two
-// PlanetSeries operations wrapped (ld --wrap), so every call passes through a counter
-// here before it reaches the series.
+// Which places touch the planets' long series, counted through ld --wrap.
 #include <gtest/gtest.h>
 
 #include "ephemeris/Earth_Frame.h"

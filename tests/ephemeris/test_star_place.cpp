@@ -1,6 +1,4 @@
-// Apparent places of stars against a rigorous reduction by ERFA: the same linear proper
-// motion, aberration from the Earth's barycentric velocity, and the IAU 1976/1980
-// precession-nutation matrix, for a spread of directions and dates.
+// Apparent places of stars against a rigorous reduction by ERFA (IAU 1976/1980).
 #include <erfa.h>
 #include <erfam.h>
 #include <gtest/gtest.h>
@@ -18,8 +16,7 @@ constexpr double kArcsec = 1.0 / 206264.806247096;
 constexpr double kPi = 3.14159265358979323846;
 constexpr double kYear = 365.25;
 
-// Apparent RA, Dec of date of a direction given at J2000.0 (FK5), with the date `jd`
-// (days from J2000.0) taken as TT.
+// Apparent RA, Dec of date of a J2000.0 direction, `jd` (days from J2000.0) taken as TT.
 void Rigorous(double ra0, double dec0, double jd, double& ra, double& dec) {
     double p[3];
     eraS2c(ra0, dec0, p);
