@@ -1,15 +1,17 @@
-// Reference places from the Swiss Ephemeris, for the accuracy tests of the body places.
+// Reference places from the Swiss Ephemeris, shared by the accuracy tests.
 #pragma once
 
 #include <erfa.h>
 #include <swephexp.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kelmoran::testing_support {
 
 inline constexpr double kArcsecPerRadian = 206264.806247096;
 inline constexpr double kDegreesPerRadian = 57.2957795130823;
+inline constexpr double kJ2000JD = 2451545.0;
 
 // Opens the ephemeris files once per program.
 inline void Open_Swiss_Ephemeris() {
@@ -21,23 +23,23 @@ inline void Open_Swiss_Ephemeris() {
 }
 
 // swe_calc at `jdTT` (Julian Date, TT) with `flags` added to the Swiss Ephemeris files.
-// out[0], out[1] in radians, out[2] as the library gives it (AU).
+// out[0], out[1] in radians (as given with SEFLG_XYZ), out[2] as the library gives it (AU).
 inline bool Swe_Place(double jdTT, int planet, int flags, double out[3]) {
     Open_Swiss_Ephemeris();
     double xx[6] = {0, 0, 0, 0, 0, 0};
     char err[256] = "";
     const int rc = swe_calc(jdTT, planet, SEFLG_SWIEPH | flags, xx, err);
-    out[0] = xx[0] / kDegreesPerRadian;
-    out[1] = xx[1] / kDegreesPerRadian;
+    const double scale = (flags & SEFLG_XYZ) ? 1.0 : kDegreesPerRadian;
+    out[0] = xx[0] / scale;
+    out[1] = xx[1] / scale;
     out[2] = xx[2];
     return rc >= 0 && (rc & SEFLG_SWIEPH) != 0;
 }
 
 // The reference's apparent place (light time and aberration, without the deflection of
-// light) referred to the mean equator and equinox of J2000.0, then carried to the true
-// equator and equinox of date by the IAU 1976 precession and IAU 1980 nutation (ERFA's
-// eraPnm80): the place in the program's own models of the Earth's orientation, so that
-// only the ephemeris and the aberration are compared. out[0] RA, out[1] Dec, radians.
+// light) at J2000.0, carried to the true equator and equinox of date by the IAU 1976/1980
+// precession-nutation (eraPnm80): the program's own models of the Earth's orientation, so
+// that only the ephemeris and the aberration are compared. out[0] RA, out[1] Dec, radians.
 inline bool Swe_Place_In_Program_Frame(double jdTT, int planet, double out[2]) {
     double j2000[3];
     if (!Swe_Place(jdTT, planet, SEFLG_EQUATORIAL | SEFLG_J2000 | SEFLG_NOGDEFL, j2000))
@@ -53,8 +55,24 @@ inline bool Swe_Place_In_Program_Frame(double jdTT, int planet, double out[2]) {
 
 // Difference of two angles in seconds of arc, folded into -648000 .. 648000.
 inline double Arcsec_Diff(double a, double b) {
-    double d = std::remainder(a - b, 2.0 * 3.14159265358979323846);
-    return d * kArcsecPerRadian;
+    return std::remainder(a - b, 2.0 * 3.14159265358979323846) * kArcsecPerRadian;
 }
+
+// Angle between two directions (longitude, latitude or RA, Dec; radians), in arcseconds.
+inline double Separation(double lon1, double lat1, double lon2, double lat2) {
+    return eraSeps(lon1, lat1, lon2, lat2) * kArcsecPerRadian;
+}
+
+// Angle between two vectors, in arcseconds.
+inline double Separation(const double* a, const double* b) {
+    double pa[3] = {a[0], a[1], a[2]}, pb[3] = {b[0], b[1], b[2]};
+    return eraSepp(pa, pb) * kArcsecPerRadian;
+}
+
+// Keeps the largest magnitude of what it is given.
+struct Largest {
+    double value = 0.0;
+    void operator()(double x) { value = std::max(value, std::fabs(x)); }
+};
 
 }  // namespace kelmoran::testing_support

@@ -1,24 +1,11 @@
 // Apparent places of the Sun, Moon, planets and Pluto at all three accuracies against the
-// Swiss Ephemeris (apparent geocentric RA and Dec of date at the same TT), with the
-// magnitudes and phase angles.
-//
-// Two comparisons. "Direct": the reference's apparent place of date as it stands (with
-// the deflection of light turned off for the planets, where it reaches an arcsecond near
-// conjunction and which the program leaves out). It is referred to the IAU 2006
-// precession, whose rate differs from the one in the program's series of date (and in
-// the IAU 1976 precession) by 0.3" a century, and to the long-term precession of Vondrák
-// et al. far from J2000. "Like with like": the reference's place at J2000.0 carried to the
-// date by the IAU 1976/1980 precession-nutation, so that the ephemeris and the aberration
-// are compared and the models of the Earth's orientation are not. From 1800 to 2200 the
-// bounds apply to the like with like. Over -2000 .. 3000 the IAU 1976 polynomials leave
-// the long-term precession, and so does the frame of date of each long series: there the
-// Sun, Moon and planets, whose series are of date, are held to the direct comparison, and
-// Pluto, which is carried from J2000.0 by the star routine, to the like with like.
-//
-// VSOP87 alone (fitted to DE200) departs from the modern ephemeris behind the reference
-// by 3" for Neptune and 2" for Uranus in 1800 and 2200, and by 40" to 80" for Jupiter to
-// Neptune at -2000; the fitted corrections of Mars to Neptune take those out, and the
-// bounds here are the ones the program is held to.
+// Swiss Ephemeris (apparent geocentric RA and Dec of date at the same TT), with magnitudes
+// and phase angles. "Direct" is the reference's apparent place of date (light deflection
+// off), referred to the IAU 2006 and, far from J2000, the long-term precession; "like with
+// like" is its place at J2000.0 carried by the IAU 1976/1980 precession-nutation, so that
+// only the ephemeris and the aberration are compared. From 1800 to 2200 the bounds apply
+// to the like with like; over -2000 .. 3000 the series of date are held to the direct
+// comparison and Pluto, carried from J2000.0 by the star routine, to the like with like.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,136 +24,108 @@ namespace kelmoran {
 namespace {
 
 using testing_support::Arcsec_Diff;
+using testing_support::kJ2000JD;
 using testing_support::Swe_Place;
 
-constexpr double kJ2000JD = 2451545.0;
 constexpr double kTwoPi = 6.28318530717959;
 constexpr double kYear = 365.25;
 
-// The largest differences in RA (as a great-circle arc, x cos Dec) and Dec, in seconds of
-// arc, of a place routine from the reference over sampled moments.
+// The largest differences in RA (as a great-circle arc, x cos Dec) and Dec, arcseconds.
 struct Worst {
     double ra = 0, dec = 0;
+    void Add(double ra1, double dec1, double refRa, double refDec) {
+        ra = std::max(ra, std::fabs(Arcsec_Diff(ra1, refRa) * std::cos(refDec)));
+        dec = std::max(dec, std::fabs(Arcsec_Diff(dec1, refDec)));
+    }
     double Max() const { return std::max(ra, dec); }
 };
-
-using PlaceRoutine = std::function<BodyPlace(const EarthFrame&)>;
 
 struct Worst2 {
     Worst direct, like;
 };
 
+using PlaceRoutine = std::function<BodyPlace(const EarthFrame&)>;
+
 Worst2 Compare(const PlaceRoutine& place, int swe, int sweFlags, double from, double to,
                double step) {
-    Worst2 w2;
-    Worst& w = w2.like;
+    Worst2 w;
     for (double jd = from; jd <= to; jd += step) {
         const EarthFrame frame = Calc_EarthFrame(jd);
         const BodyPlace p = place(frame);
-        double ref[3];
-        EXPECT_TRUE(
-            Swe_Place(frame.TT * 36525.0 + kJ2000JD, swe, SEFLG_EQUATORIAL | sweFlags, ref));
-        EXPECT_GE(p.RA, 0.0);
-        EXPECT_LE(p.RA, kTwoPi);
-        EXPECT_GE(p.GHA, 0.0);
-        EXPECT_LE(p.GHA, kTwoPi);
-        Worst& d = w2.direct;
-        d.ra = std::max(d.ra, std::fabs(Arcsec_Diff(p.RA, ref[0]) * std::cos(ref[1])));
-        d.dec = std::max(d.dec, std::fabs(Arcsec_Diff(p.Dec, ref[1])));
-        double like[2];
-        EXPECT_TRUE(
-            testing_support::Swe_Place_In_Program_Frame(frame.TT * 36525.0 + kJ2000JD, swe, like));
-        w.ra = std::max(w.ra, std::fabs(Arcsec_Diff(p.RA, like[0]) * std::cos(like[1])));
-        w.dec = std::max(w.dec, std::fabs(Arcsec_Diff(p.Dec, like[1])));
+        const double tt = frame.TT * 36525.0 + kJ2000JD;
+        double ref[3], like[2];
+        EXPECT_TRUE(Swe_Place(tt, swe, SEFLG_EQUATORIAL | sweFlags, ref));
+        EXPECT_TRUE(testing_support::Swe_Place_In_Program_Frame(tt, swe, like));
+        EXPECT_TRUE(p.RA >= 0.0 && p.RA <= kTwoPi && p.GHA >= 0.0 && p.GHA <= kTwoPi) << jd;
+        w.direct.Add(p.RA, p.Dec, ref[0], ref[1]);
+        w.like.Add(p.RA, p.Dec, like[0], like[1]);
     }
-    return w2;
+    return w;
 }
 
-// Moments: about 200 between 1800 and 2200, and 250 between -2000 and 3000 (days of UT
-// from J2000.0, steps chosen so as not to fall in step with the Moon or the planets).
+// About 200 moments from 1800 to 2200 and 250 from -2000 to 3000 (days of UT from J2000.0).
 constexpr double kNearFrom = -200 * kYear, kNearTo = 200 * kYear, kNearStep = 731.13;
 constexpr double kFarFrom = -4000 * kYear, kFarTo = 1000 * kYear, kFarStep = 7305.31;
 
-struct Limits {
-    double near0, far0, near1, near2;  // seconds of arc
-};
-
-// The Earth's orientation of the reference is its own far from J2000 (see above).
-constexpr bool kFarDirect = true;
-
-void Check_Body(const char* name, const PlaceRoutine& level0, const PlaceRoutine& level1,
-                const PlaceRoutine& level2, int swe, int flags, const Limits& limits) {
-    const Worst2 n0 = Compare(level0, swe, flags, kNearFrom, kNearTo, kNearStep);
-    const Worst2 f0 = Compare(level0, swe, flags, kFarFrom, kFarTo, kFarStep);
-    const Worst2 n1 = Compare(level1, swe, flags, kNearFrom, kNearTo, kNearStep);
-    const Worst2 n2 = Compare(level2, swe, flags, kNearFrom, kNearTo, kNearStep);
-    std::printf(
-        "%-8s level 0, 1800-2200: RA %.2f\" Dec %.2f\" (direct RA %.2f\" Dec %.2f\"); "
-        "-2000..3000: RA %.1f\" Dec %.1f\" (direct %.1f\" %.1f\"); "
-        "level 1: %.2f\"; level 2: %.1f\"\n",
-        name, n0.like.ra, n0.like.dec, n0.direct.ra, n0.direct.dec, f0.like.ra, f0.like.dec,
-        f0.direct.ra, f0.direct.dec, n1.like.Max(), n2.like.Max());
-    EXPECT_LT(n0.like.Max(), limits.near0) << name;
-    EXPECT_LT((kFarDirect ? f0.direct : f0.like).Max(), limits.far0) << name;
-    EXPECT_LT(n1.like.Max(), limits.near1) << name;
-    EXPECT_LT(n2.like.Max(), limits.near2) << name;
-}
-
-PlaceRoutine Sun_At(SeriesAccuracy a) {
-    return [a](const EarthFrame& f) { return Calc_Sun(a, f); };
-}
-
-PlaceRoutine Moon_At(SeriesAccuracy a) {
-    return [a](const EarthFrame& f) { return Calc_Moon(a, f); };
-}
-
-PlaceRoutine Planet_At(int body, SeriesAccuracy a) {
-    return [body, a](const EarthFrame& f) {
+// The place of body `b` (Sun and Moon by their lower-limb numbers) at accuracy `a`.
+PlaceRoutine Place_Of(int b, SeriesAccuracy a) {
+    return [b, a](const EarthFrame& f) {
+        if (b == body::SunLowerLimb) return Calc_Sun(a, f);
+        if (b == body::MoonLowerLimb) return Calc_Moon(a, f);
         BodyPlace p;
-        float earthDistance = 0;
-        Calc_Planet(p, body, a, f, earthDistance);
+        float distance = 0;
+        if (b == body::Pluto) {
+            Calc_Pluto(p, f, distance);
+        } else {
+            Calc_Planet(p, b, a, f, distance);
+        }
         return p;
     };
 }
 
-TEST(BodyPlaces, Sun) {
-    // Level 2: the five-term route leaves out the third term of the Earth's L0 (72").
-    Check_Body("Sun", Sun_At(0), Sun_At(1), Sun_At(2), SE_SUN, 0, {0.5, 10, 1, 100});
-}
-
-TEST(BodyPlaces, Moon) {
-    Check_Body("Moon", Moon_At(0), Moon_At(1), Moon_At(2), SE_MOON, 0, {2, 60, 2, 15});
-}
-
-TEST(BodyPlaces, Planets) {
+TEST(BodyPlaces, SunMoonAndPlanetsAtEveryLevel) {
+    // Bounds in seconds of arc: level 0 from 1800 to 2200 and over -2000 .. 3000, level 1,
+    // level 2. The Sun's level 2 leaves out the third term of the Earth's L0 (72"); the
+    // planets' level 2 is the fast series.
     struct Case {
-        int body, swe;
+        int body, swe, flags;
         const char* name;
-        Limits limits;
+        double near0, far0, near1, near2;
     };
-    // Level 2 is the fast series: the Earth's five terms and the planet's few.
     const Case cases[] = {
-        {body::Mercury, SE_MERCURY, "Mercury", {2, 10, 2, 160}},
-        {body::Venus, SE_VENUS, "Venus", {2, 10, 2, 500}},
-        {body::Mars, SE_MARS, "Mars", {2, 10, 2, 850}},
-        {body::Jupiter, SE_JUPITER, "Jupiter", {2, 10, 2, 1400}},
-        {body::Saturn, SE_SATURN, "Saturn", {2, 10, 2, 420}},
-        {body::Neptune, SE_NEPTUNE, "Neptune", {2, 10, 2, 450}},
-        {body::Uranus, SE_URANUS, "Uranus", {2, 10, 2, 580}},
+        {body::SunLowerLimb, SE_SUN, 0, "Sun", 0.5, 10, 1, 100},
+        {body::MoonLowerLimb, SE_MOON, 0, "Moon", 2, 60, 2, 15},
+        {body::Mercury, SE_MERCURY, SEFLG_NOGDEFL, "Mercury", 2, 10, 2, 160},
+        {body::Venus, SE_VENUS, SEFLG_NOGDEFL, "Venus", 2, 10, 2, 500},
+        {body::Mars, SE_MARS, SEFLG_NOGDEFL, "Mars", 2, 10, 2, 850},
+        {body::Jupiter, SE_JUPITER, SEFLG_NOGDEFL, "Jupiter", 2, 10, 2, 1400},
+        {body::Saturn, SE_SATURN, SEFLG_NOGDEFL, "Saturn", 2, 10, 2, 420},
+        {body::Neptune, SE_NEPTUNE, SEFLG_NOGDEFL, "Neptune", 2, 10, 2, 450},
+        {body::Uranus, SE_URANUS, SEFLG_NOGDEFL, "Uranus", 2, 10, 2, 580},
     };
     for (const Case& c : cases) {
-        Check_Body(c.name, Planet_At(c.body, 0), Planet_At(c.body, 1), Planet_At(c.body, 2), c.swe,
-                   SEFLG_NOGDEFL, c.limits);
+        const Worst2 n0 =
+            Compare(Place_Of(c.body, 0), c.swe, c.flags, kNearFrom, kNearTo, kNearStep);
+        const Worst2 f0 = Compare(Place_Of(c.body, 0), c.swe, c.flags, kFarFrom, kFarTo, kFarStep);
+        const Worst2 n1 =
+            Compare(Place_Of(c.body, 1), c.swe, c.flags, kNearFrom, kNearTo, kNearStep);
+        const Worst2 n2 =
+            Compare(Place_Of(c.body, 2), c.swe, c.flags, kNearFrom, kNearTo, kNearStep);
+        std::printf(
+            "%-8s level 0, 1800-2200: RA %.2f\" Dec %.2f\" (direct RA %.2f\" Dec %.2f\"); "
+            "-2000..3000: RA %.1f\" Dec %.1f\" (direct %.1f\" %.1f\"); "
+            "level 1: %.2f\"; level 2: %.1f\"\n",
+            c.name, n0.like.ra, n0.like.dec, n0.direct.ra, n0.direct.dec, f0.like.ra, f0.like.dec,
+            f0.direct.ra, f0.direct.dec, n1.like.Max(), n2.like.Max());
+        EXPECT_LT(n0.like.Max(), c.near0) << c.name;
+        EXPECT_LT(f0.direct.Max(), c.far0) << c.name;
+        EXPECT_LT(n1.like.Max(), c.near1) << c.name;
+        EXPECT_LT(n2.like.Max(), c.near2) << c.name;
     }
 }
 
 TEST(BodyPlaces, Pluto) {
-    const PlaceRoutine pluto = [](const EarthFrame& f) {
-        BodyPlace p;
-        float sunDistance = 0;
-        Calc_Pluto(p, f, sunDistance);
-        return p;
-    };
+    const PlaceRoutine pluto = Place_Of(body::Pluto, 0);
     const Worst2 near = Compare(pluto, SE_PLUTO, SEFLG_NOGDEFL, kNearFrom, kNearTo, kNearStep);
     const Worst2 far = Compare(pluto, SE_PLUTO, SEFLG_NOGDEFL, kFarFrom, kFarTo, kFarStep);
     std::printf(
@@ -176,13 +135,10 @@ TEST(BodyPlaces, Pluto) {
         far.direct.ra, far.direct.dec);
     EXPECT_LT(near.like.Max(), 2.0);
     EXPECT_LT(far.like.Max(), 60.0);
-    // Years -9999 to 9999, every 97 years. Far from J2000.0 the star routine's precession
-    // polynomials, which carry Pluto to the date, leave the long-term precession (by 80" at
-    // 2000 BC and over a degree at 10000 BC), so the whole range is held to the like with
-    // like of the star routine itself: the reference's astrometric place at J2000.0 (light
-    // time, no aberration) carried to the date by Calc_Star_Place. What is compared is
-    // then the program's own part of Pluto's place: its table, the Sun at J2000.0 and the
-    // light time.
+    // Years -9999 to 9999: the star routine's precession, which carries Pluto to the date,
+    // leaves the long-term one far from J2000.0, so the reference's astrometric place at
+    // J2000.0 is carried by Calc_Star_Place too: what is compared is Pluto's table, the Sun
+    // at J2000.0 and the light time.
     Worst direct, own;
     for (double jd = -12000 * kYear; jd <= 7999 * kYear; jd += 97.0 * kYear + 0.31) {
         const EarthFrame f = Calc_EarthFrame(jd);
@@ -195,10 +151,8 @@ TEST(BodyPlaces, Pluto) {
                               astrometric));
         double ra = astrometric[0], dec = astrometric[1];
         Calc_Star_Place(0, ra, dec, jd);
-        direct.ra = std::max(direct.ra, std::fabs(Arcsec_Diff(p.RA, ref[0]) * std::cos(ref[1])));
-        direct.dec = std::max(direct.dec, std::fabs(Arcsec_Diff(p.Dec, ref[1])));
-        own.ra = std::max(own.ra, std::fabs(Arcsec_Diff(p.RA, ra) * std::cos(dec)));
-        own.dec = std::max(own.dec, std::fabs(Arcsec_Diff(p.Dec, dec)));
+        direct.Add(p.RA, p.Dec, ref[0], ref[1]);
+        own.Add(p.RA, p.Dec, ra, dec);
     }
     std::printf(
         "Pluto    -9999..9999: RA %.1f\" Dec %.1f\" (through the star routine both; "
@@ -246,10 +200,8 @@ TEST(BodyPlaces, HourAngleStaysWithinATurn) {
 }
 
 TEST(Magnitudes, AgainstTheSwissEphemeris) {
-    // The program's own constants for Mercury and for bodies 9 and 10 differ from the
-    // reference's expressions (Mercury's by a magnitude at a phase angle of 60°, so it is
-    // compared up to 30° only), hence the wider bounds there. The phase angle
-    // comes from a rough radius vector and may be a few tenths of a degree out.
+    // The program's own constants for Mercury (compared up to a phase angle of 30° only)
+    // and bodies 9 and 10 differ from the reference's, hence the wider bounds there.
     struct Case {
         int body, swe;
         double tolerance;

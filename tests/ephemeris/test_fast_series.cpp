@@ -1,6 +1,5 @@
-// The fast routes that never touch the long series: the Earth's five-term head and the
-// Sun's fast place, the planets' fast heliocentric series, and the Moon's short distance
-// series, against the Swiss Ephemeris (DE431-based) over years -2000 .. 3000.
+// The fast routes (the Earth's head, the planets' short series, the Moon's distance series)
+// against the Swiss Ephemeris and the full series.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,46 +18,26 @@ namespace kelmoran {
 namespace {
 
 using testing_support::Arcsec_Diff;
+using testing_support::kJ2000JD;
+using testing_support::Largest;
 using testing_support::Swe_Place;
 
-constexpr double kJ2000JD = 2451545.0;
 // Days of TT from J2000.0: years 1800 .. 2200 and -2000 .. 3000.
 constexpr double kFrom1800 = -200.0 * 365.25, kTo2200 = 200.0 * 365.25;
 constexpr double kFromM2000 = -4000.0 * 365.25, kTo3000 = 1000.0 * 365.25;
 
-TEST(EarthFast, HeadOfTheSeriesAtJ2000) {
-    double L = 0, B = 1, R = 0;
-    Earth_Fast(0.0, L, B, R);
-    EXPECT_NEAR(L, 1.7519, 2e-4);
-    EXPECT_EQ(B, 0.0);
-    EXPECT_NEAR(R, 0.98333, 1e-4);  // near perihelion in early January
-    double lon = 0.0, lat = 1.0, dist = 0.0;
-    Calc_Sun_Fast(lon, lat, dist);
-    // Geometric longitude L + π less aberration (20.5") and the FK5 step (0.09").
-    EXPECT_NEAR(lon, L + 3.14159265358979 - (20.4898 / R + 0.09033) / 206264.806, 1e-10);
-    EXPECT_LT(std::fabs(lat), 0.0554 / 206264.806);
-    EXPECT_EQ(dist, R);
-    // Far from the present the polynomials run on and L stays in 0 .. 2π.
-    for (double tau = -1.2; tau <= 1.2; tau += 0.0137) {
-        Earth_Fast(tau, L, B, R);
-        ASSERT_GE(L, 0.0);
-        ASSERT_LT(L, 6.28318530717959);
-    }
-}
-
-// Largest difference of the Sun's fast longitude (apparent, mean equinox of date) from
-// the reference over a range of days of TT.
+// Largest difference of the Sun's fast apparent longitude from the reference (days of TT).
 double Worst_Sun_Fast(double from, double to, double step, double maxRadiusAU) {
-    double worst = 0;
+    Largest worst;
     for (double d = from; d <= to; d += step) {
-        double lon = d / 36525.0, lat = 0, dist = 0;
+        double lon = d / 36525.0, lat = 0, dist = 0, ref[3];
         Calc_Sun_Fast(lon, lat, dist);
-        double ref[3];
         EXPECT_TRUE(Swe_Place(d + kJ2000JD, SE_SUN, SEFLG_NONUT, ref));
-        worst = std::max(worst, std::fabs(Arcsec_Diff(lon, ref[0])));
+        worst(Arcsec_Diff(lon, ref[0]));
+        EXPECT_LT(std::fabs(lat), 0.0554 / 206264.806);  // the FK5 step only
         EXPECT_NEAR(dist, ref[2], maxRadiusAU) << d;
     }
-    return worst;
+    return worst.value;
 }
 
 TEST(SunFast, AgainstTheSwissEphemeris) {
@@ -71,23 +50,21 @@ TEST(SunFast, AgainstTheSwissEphemeris) {
 }
 
 struct Worst {
-    double L = 0, B = 0, R = 0;
+    Largest L, B, R;
 };
 
-// Largest differences of a planet's fast heliocentric L, B (seconds of arc) and R (AU)
-// from the reference over a range of days of TT.
+// Largest differences of a planet's fast L, B (arcseconds) and R (AU) from the reference.
 Worst Worst_Planet_Fast(int body, int swe, double from, double to, double step) {
     Worst w;
     for (double d = from; d <= to; d += step) {
         const double tau = d / 365250.0;
-        double L = 0, B = 0, R = 0;
+        double L = 0, B = 0, R = 0, ref[3];
         Planet_Fast(body, tau, L, B, R);
         EXPECT_EQ(R, Planet_R_Fast(body, tau));
-        double ref[3];
         EXPECT_TRUE(Swe_Place(d + kJ2000JD, swe, SEFLG_HELCTR | SEFLG_TRUEPOS | SEFLG_NONUT, ref));
-        w.L = std::max(w.L, std::fabs(Arcsec_Diff(L, ref[0])));
-        w.B = std::max(w.B, std::fabs(Arcsec_Diff(B, ref[1])));
-        w.R = std::max(w.R, std::fabs(R - ref[2]));
+        w.L(Arcsec_Diff(L, ref[0]));
+        w.B(Arcsec_Diff(B, ref[1]));
+        w.R(R - ref[2]);
     }
     return w;
 }
@@ -98,17 +75,16 @@ TEST(PlanetFast, HeliocentricPlacesAgainstTheSwissEphemeris) {
     struct Case {
         int body, swe;
         const char* name;
-        Worst near;
-        double farL;
+        double nearL, nearB, nearR, farL;
     };
     const Case cases[] = {
-        {body::Mercury, SE_MERCURY, "Mercury", {60, 40, 1.2e-4}, 1000},
-        {body::Venus, SE_VENUS, "Venus", {40, 200, 1.5e-4}, 2400},
-        {body::Mars, SE_MARS, "Mars", {450, 25, 4e-4}, 5000},
-        {body::Jupiter, SE_JUPITER, "Jupiter", {1500, 60, 3e-3}, 4300},
-        {body::Saturn, SE_SATURN, "Saturn", {260, 420, 3e-3}, 12000},
-        {body::Neptune, SE_NEPTUNE, "Neptune", {500, 220, 1.6e-3}, 2700},
-        {body::Uranus, SE_URANUS, "Uranus", {600, 400, 4.5e-3}, 2700},
+        {body::Mercury, SE_MERCURY, "Mercury", 60, 40, 1.2e-4, 1000},
+        {body::Venus, SE_VENUS, "Venus", 40, 200, 1.5e-4, 2400},
+        {body::Mars, SE_MARS, "Mars", 450, 25, 4e-4, 5000},
+        {body::Jupiter, SE_JUPITER, "Jupiter", 1500, 60, 3e-3, 4300},
+        {body::Saturn, SE_SATURN, "Saturn", 260, 420, 3e-3, 12000},
+        {body::Neptune, SE_NEPTUNE, "Neptune", 500, 220, 1.6e-3, 2700},
+        {body::Uranus, SE_URANUS, "Uranus", 600, 400, 4.5e-3, 2700},
     };
     for (const Case& c : cases) {
         const Worst near = Worst_Planet_Fast(c.body, c.swe, kFrom1800, kTo2200, 211.3);
@@ -116,15 +92,16 @@ TEST(PlanetFast, HeliocentricPlacesAgainstTheSwissEphemeris) {
         std::printf(
             "%-8s fast series 1800-2200: L %5.0f\"  B %4.0f\"  R %.5f AU;"
             "  -2000..3000: L %5.0f\"  B %4.0f\"  R %.5f AU\n",
-            c.name, near.L, near.B, near.R, far.L, far.B, far.R);
-        EXPECT_LT(near.L, c.near.L) << c.name;
-        EXPECT_LT(near.B, c.near.B) << c.name;
-        EXPECT_LT(near.R, c.near.R) << c.name;
-        EXPECT_LT(far.L, c.farL) << c.name;
+            c.name, near.L.value, near.B.value, near.R.value, far.L.value, far.B.value,
+            far.R.value);
+        EXPECT_LT(near.L.value, c.nearL) << c.name;
+        EXPECT_LT(near.B.value, c.nearB) << c.name;
+        EXPECT_LT(near.R.value, c.nearR) << c.name;
+        EXPECT_LT(far.L.value, c.farL) << c.name;
     }
 }
 
-TEST(PlanetFast, NamedRoutinesAndPublishedLeadingTerms) {
+TEST(PlanetFast, NamedRoutinesServeTheirOwnPlanets) {
     using Fast = void (*)(double, double&, double&, double&);
     using RFast = double (*)(double);
     const Fast fast[] = {Mercury_Fast, Venus_Fast,   Mars_Fast,  Jupiter_Fast,
@@ -135,19 +112,7 @@ TEST(PlanetFast, NamedRoutinesAndPublishedLeadingTerms) {
         double L1 = 0, B1 = 0, R1 = 0, L2 = 0, B2 = 0, R2 = 0;
         fast[i](0.123, L1, B1, R1);
         Planet_Fast(body::Mercury + i, 0.123, L2, B2, R2);
-        EXPECT_EQ(L1, L2);
-        EXPECT_EQ(B1, B2);
-        EXPECT_EQ(R1, R2);
-        EXPECT_EQ(rFast[i](0.123), R2);
-    }
-    // Neptune's longitude is the whole of its kept series.
-    for (double tau = -0.4; tau < 0.4; tau += 0.0371) {
-        double L = 0, B = 0, R = 0;
-        Neptune_Fast(tau, L, B, R);
-        const double ref =
-            5.31188633047 + 0.01798475509 * std::cos(2.9010127305 + 38.1330356378 * tau) +
-            0.01019727662 * std::cos(0.4858092366 + 1.4844727083 * tau) + 38.37687716731 * tau;
-        EXPECT_NEAR(L, Reduce_2Pi(ref), 1e-12) << tau;
+        EXPECT_TRUE(L1 == L2 && B1 == B2 && R1 == R2 && rFast[i](0.123) == R2) << i;
     }
     // Any number outside 4 .. 10 reads as Mercury.
     EXPECT_EQ(Planet_R_Fast(99, 0.01), Mercury_R_Fast(0.01));
@@ -168,9 +133,8 @@ double Largest_Terms(const VsopCoordinate& c, int p, int count, double tau) {
 }
 
 TEST(PlanetFast, EachSeriesKeepsItsLargestPublishedTerms) {
-    // Terms kept in L0, L1, L2, B0, B1, R0, R1, a constant term counted among them: a
-    // mistyped coefficient, a missing or extra term shows as a difference from the sum of
-    // the same number of the largest terms of the full published series.
+    // Terms kept in L0, L1, L2, B0, B1, R0, R1 (a constant term counted among them): a
+    // mistyped, missing or extra term shows against the largest terms of the full series.
     struct Case {
         int body;
         const char* table;
@@ -200,11 +164,13 @@ TEST(PlanetFast, EachSeriesKeepsItsLargestPublishedTerms) {
             EXPECT_NEAR(R, r, 1e-12) << c.table << " " << tau;
         }
     }
-    // The Earth's head: two terms of L0 and of L1, three of R0, one of R1.
+    // The Earth's head: two terms of L0 and of L1, three of R0, one of R1, no latitude;
+    // far from the present the polynomials run on and L stays in 0 .. 2π.
     const VsopBody earth = VsopBody::Load("vsop87d_earth");
-    for (double tau = -0.9; tau < 0.9; tau += 0.0731) {
-        double L = 0, B = 0, R = 0;
+    for (double tau = -1.2; tau < 1.2; tau += 0.0137) {
+        double L = 0, B = 1, R = 0;
         Earth_Fast(tau, L, B, R);
+        ASSERT_TRUE(L >= 0.0 && L < 6.28318530717959 && B == 0.0) << tau;
         const double l =
             Largest_Terms(earth.lbr[0], 0, 2, tau) + Largest_Terms(earth.lbr[0], 1, 2, tau);
         const double r =
@@ -215,17 +181,18 @@ TEST(PlanetFast, EachSeriesKeepsItsLargestPublishedTerms) {
 }
 
 TEST(MoonDistance, AgainstTheSwissEphemeris) {
-    double worstNear = 0, worstFar = 0;
+    Largest near, far;
     for (double d = kFromM2000; d <= kTo3000; d += 731.37) {
         double ref[3];
         ASSERT_TRUE(Swe_Place(d + kJ2000JD, SE_MOON, SEFLG_TRUEPOS | SEFLG_NONUT, ref));
-        const double diff = std::fabs(Moon_Distance(d / 36525.0) - ref[2] * 149597870.7);
-        worstFar = std::max(worstFar, diff);
-        if (d >= kFrom1800 && d <= kTo2200) worstNear = std::max(worstNear, diff);
+        const double diff = Moon_Distance(d / 36525.0) - ref[2] * 149597870.7;
+        far(diff);
+        if (d >= kFrom1800 && d <= kTo2200) near(diff);
     }
-    std::printf("Moon distance: max %.1f km 1800-2200, %.1f km -2000..3000\n", worstNear, worstFar);
-    EXPECT_LT(worstNear, 120.0);
-    EXPECT_LT(worstFar, 400.0);
+    std::printf("Moon distance: max %.1f km 1800-2200, %.1f km -2000..3000\n", near.value,
+                far.value);
+    EXPECT_LT(near.value, 120.0);
+    EXPECT_LT(far.value, 400.0);
 }
 
 }  // namespace

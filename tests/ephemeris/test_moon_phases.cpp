@@ -1,5 +1,4 @@
-// The Moon's phases by the lunation series: the published worked example, the search
-// backwards from a target, and every phase from 1900 to 2100 against the Swiss Ephemeris.
+// The Moon's phases: the published worked example, the search, and the Swiss Ephemeris.
 #include <gtest/gtest.h>
 #include <swephexp.h>
 
@@ -15,12 +14,10 @@ namespace {
 constexpr double kMinute = 1.0 / 1440.0;
 
 TEST(MoonPhases, WorkedExampleOfTheMethod) {
-    // The published figures have five decimals of a day: ours, rounded the same way, are
-    // the same figures.
+    // The published figures have five decimals of a day. The New Moon of 1977 February:
+    // k = -283, JDE 2443192.65118; the first Last Quarter of 2044 (k = 544.75): 2467636.49186.
     const auto published = [](double jde) { return std::round(jde * 1.0e5); };
-    // The New Moon of 1977 February: k = -283, JDE 2443192.65118.
     EXPECT_EQ(published(Phase_Of_Lunation(-283.0, MoonPhase::New) + kJ2000), 244319265118.0);
-    // The first Last Quarter of 2044 (k = 544.75): JDE 2467636.49186.
     EXPECT_EQ(published(Phase_Of_Lunation(544.75, MoonPhase::LastQuarter) + kJ2000),
               246763649186.0);
 }
@@ -32,9 +29,8 @@ TEST(MoonPhases, SearchStepsBackToTheLastPhaseAtOrBeforeTheTarget) {
         for (double k = -1300.0; k <= 1300.0; k += 97.0) {
             const double at = Phase_Of_Lunation(k + 0.25 * p, phase) - deltaT * 36525.0;
             const double next = Phase_Of_Lunation(k + 1.0 + 0.25 * p, phase) - deltaT * 36525.0;
-            // Exactly at the phase: that phase, not the one before.
+            // Exactly at the phase, that phase; any moment up to the next, the same phase.
             EXPECT_DOUBLE_EQ(Phase_Before(at, deltaT, phase), at);
-            // Any moment up to the next phase: the same phase.
             EXPECT_DOUBLE_EQ(Phase_Before(at + 0.001, deltaT, phase), at);
             EXPECT_DOUBLE_EQ(Phase_Before(next - 0.001, deltaT, phase), at);
             EXPECT_DOUBLE_EQ(Phase_Before(next, deltaT, phase), next);
@@ -47,8 +43,7 @@ TEST(MoonPhases, SearchStepsBackToTheLastPhaseAtOrBeforeTheTarget) {
     EXPECT_EQ(Quarter_Before(t, deltaT, true), Phase_Before(t, deltaT, MoonPhase::LastQuarter));
 }
 
-// The Moon's apparent longitude less the Sun's, less the phase angle, in degrees folded into
-// -180 .. 180, from the Swiss Ephemeris at Julian Date `jdTT` (TT).
+// Swiss Ephemeris: the Moon's apparent longitude less the Sun's less the phase, degrees.
 double Swe_Elongation_Error(double jdTT, double phaseDeg) {
     double sun[6], moon[6];
     char err[256];

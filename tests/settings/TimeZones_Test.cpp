@@ -20,14 +20,14 @@ QDateTime Utc(int y, int m, int d, int h = 12) {
 }
 
 MySystemTime Date(int y, int m, int d, int h = 12, int min = 0, int s = 0) {
-    MySystemTime t;
-    t.wYear = static_cast<int16_t>(y);
-    t.wMonth = static_cast<int16_t>(m);
-    t.wDay = static_cast<int16_t>(d);
-    t.wHour = static_cast<int16_t>(h);
-    t.wMinute = static_cast<int16_t>(min);
-    t.wSecond = static_cast<int16_t>(s);
-    return t;
+    using S = int16_t;  // year, month, weekday (the default 7), day, hour, minute, second, ms
+    return {S(y), S(m), 7, S(d), S(h), S(min), S(s), 0};
+}
+
+std::string Text(const MySystemTime& t) {
+    return QString::asprintf("%d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
+                             t.wMinute, t.wSecond)
+        .toStdString();
 }
 
 // Reads a zone as the computer's at `now` into the shared rules.
@@ -63,62 +63,6 @@ class TimeZones : public ::testing::Test {
     }
 };
 
-TEST_F(TimeZones, LondonRulesFromTheSystem) {
-    SystemZone zone;
-    ASSERT_TRUE(Query_System_Zone("Europe/London", Utc(2026, 6, 15), zone));
-    EXPECT_EQ(zone.StandardBias, 0);
-    EXPECT_EQ(zone.DaylightBias, 60);
-    EXPECT_TRUE(zone.DaylightInForce);
-    EXPECT_EQ(zone.DaylightDate.Month, 3);
-    EXPECT_EQ(zone.DaylightDate.Week, 5);
-    EXPECT_EQ(zone.DaylightDate.Hour, 1);
-    EXPECT_EQ(zone.StandardDate.Month, 10);
-    EXPECT_EQ(zone.StandardDate.Week, 5);
-    EXPECT_EQ(zone.StandardDate.Hour, 2);  // 02:00 summer time
-
-    Read_System_TimeZone(zone);
-    EXPECT_EQ(TZ_Bias, 60);
-    EXPECT_EQ(SummerStart.Weekday, 1);  // Sunday in the program's count
-    EXPECT_EQ(SummerEnd.Weekday, 1);
-    EXPECT_EQ(SummerStart.Bias, 60);
-    EXPECT_EQ(SummerEnd.Bias, 0);
-    EXPECT_EQ(SummerStart.Year, 2026);
-    EXPECT_EQ(SummerStart.Day, 29);
-    EXPECT_EQ(SummerEnd.Day, 25);
-    EXPECT_EQ(SummerStart.Moment, Calc_JD(Date(2026, 3, 29, 1), false));
-    EXPECT_EQ(SummerEnd.Moment, Calc_JD(Date(2026, 10, 25, 2), false));
-    EXPECT_EQ(Rule_Text(SummerStart), "Last Sunday in March");
-    EXPECT_EQ(Rule_Text(SummerEnd), "Last Sunday in October");
-
-    // In winter the standard bias is in force.
-    Use_Zone("Europe/London", Utc(2026, 1, 10));
-    EXPECT_EQ(TZ_Bias, 0);
-    EXPECT_EQ(SummerStart.Day, 29);
-}
-
-TEST_F(TimeZones, SydneyRulesFromTheSystem) {
-    SystemZone zone;
-    ASSERT_TRUE(Query_System_Zone("Australia/Sydney", Utc(2026, 1, 15), zone));
-    EXPECT_EQ(zone.StandardBias, 600);
-    EXPECT_EQ(zone.DaylightBias, 660);
-    EXPECT_TRUE(zone.DaylightInForce);
-    EXPECT_EQ(zone.DaylightDate.Month, 10);
-    EXPECT_EQ(zone.DaylightDate.Week, 1);
-    EXPECT_EQ(zone.DaylightDate.Hour, 2);
-    EXPECT_EQ(zone.StandardDate.Month, 4);
-    EXPECT_EQ(zone.StandardDate.Week, 1);
-    EXPECT_EQ(zone.StandardDate.Hour, 3);
-
-    Read_System_TimeZone(zone);
-    EXPECT_EQ(TZ_Bias, 660);
-    EXPECT_EQ(Rule_Text(SummerStart), "1st Sunday in October");
-    EXPECT_EQ(Rule_Text(SummerEnd), "1st Sunday in April");
-    EXPECT_EQ(SummerStart.Day, 4);
-    EXPECT_EQ(SummerEnd.Day, 5);
-    Use_Zone("Australia/Sydney", Utc(2026, 7, 1));
-    EXPECT_EQ(TZ_Bias, 600);
-}
-
 TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
     Use_Zone("Asia/Kolkata", Utc(2026, 6, 15));
     EXPECT_EQ(TZ_Bias, 330);
@@ -140,13 +84,19 @@ TEST_F(TimeZones, ZoneWithoutSummerTimeAndUnknownZone) {
     EXPECT_EQ(zone.StandardBias, 77);
 }
 
-// What the run's own zone must give: standard and summer bias, months of the changes.
+// What the run's own zone must give: standard and summer bias; month, week of the month
+// (5 the last) and hour of each change, and their texts; a month of its summer and winter.
 struct KnownZone {
     const char* Id;
-    int32_t Standard, Summer, StartMonth, EndMonth;
+    int32_t Standard, Summer;
+    int StartMonth, StartWeek, StartHour, EndMonth, EndWeek, EndHour;
+    const char *StartText, *EndText;
+    int SummerMonth, WinterMonth;
 };
-constexpr KnownZone kKnownZones[] = {{"Europe/London", 0, 60, 3, 10},
-                                     {"Australia/Sydney", 600, 660, 10, 4}};
+constexpr KnownZone kKnownZones[] = {{"Europe/London", 0, 60, 3, 5, 1, 10, 5, 2,
+                                      "Last Sunday in March", "Last Sunday in October", 6, 1},
+                                     {"Australia/Sydney", 600, 660, 10, 1, 2, 4, 1, 3,
+                                      "1st Sunday in October", "1st Sunday in April", 1, 7}};
 
 const KnownZone& Own_Zone() {
     for (const KnownZone& z : kKnownZones)
@@ -174,6 +124,27 @@ DayOfChange Changes_In(const QTimeZone& tz, int year) {
 
 TEST_F(TimeZones, TheComputersOwnZone) {
     const KnownZone& known = Own_Zone();
+    // The zone as the system describes it at a date of its summer, then of its winter.
+    SystemZone zone;
+    ASSERT_TRUE(Query_System_Zone(known.Id, Utc(2026, known.SummerMonth, 15), zone));
+    EXPECT_EQ(zone.StandardBias, known.Standard);
+    EXPECT_EQ(zone.DaylightBias, known.Summer);
+    EXPECT_TRUE(zone.DaylightInForce);
+    EXPECT_EQ(zone.DaylightDate.Month, known.StartMonth);
+    EXPECT_EQ(zone.DaylightDate.Week, known.StartWeek);
+    EXPECT_EQ(zone.DaylightDate.Hour, known.StartHour);
+    EXPECT_EQ(zone.StandardDate.Month, known.EndMonth);
+    EXPECT_EQ(zone.StandardDate.Week, known.EndWeek);
+    EXPECT_EQ(zone.StandardDate.Hour, known.EndHour);  // in summer time
+    Read_System_TimeZone(zone);
+    EXPECT_EQ(TZ_Bias, known.Summer);
+    EXPECT_EQ(SummerStart.Year, 2026);
+    EXPECT_EQ(Rule_Text(SummerStart), known.StartText);
+    EXPECT_EQ(Rule_Text(SummerEnd), known.EndText);
+    Use_Zone(known.Id, Utc(2026, known.WinterMonth, 10));
+    EXPECT_EQ(TZ_Bias, known.Standard);
+
+    // The computer's own zone, read at the current moment.
     ASSERT_EQ(QTimeZone::systemTimeZoneId(), QByteArray(known.Id));
     TZ_Bias = 12345;
     ASSERT_TRUE(Read_System_TimeZone());
@@ -183,12 +154,13 @@ TEST_F(TimeZones, TheComputersOwnZone) {
     EXPECT_EQ(SummerEnd.Month, known.EndMonth);
     EXPECT_EQ(SummerStart.Bias, known.Summer);
     EXPECT_EQ(SummerEnd.Bias, known.Standard);
-    EXPECT_EQ(SummerStart.Weekday, 1);  // both zones change on a Sunday
+    EXPECT_EQ(SummerStart.Weekday, 1);  // both zones change on a Sunday, 1 in the program
     EXPECT_EQ(SummerEnd.Weekday, 1);
     EXPECT_EQ(SummerStart.Valid, kTrue);
     EXPECT_EQ(SummerStart.Year, QDateTime::currentDateTimeUtc().date().year());
 
-    // The rules read now give the days of the system's own changes in other years too.
+    // The rules read now give the days and moments of the system's own changes in other
+    // years too.
     const QTimeZone tz(known.Id);
     for (int year = 2017; year <= 2035; year += 3) {
         Compute_Rule_Date(year, SummerStart);
@@ -197,7 +169,9 @@ TEST_F(TimeZones, TheComputersOwnZone) {
         EXPECT_EQ(SummerStart.Day, expected.StartDay) << year;
         EXPECT_EQ(SummerEnd.Day, expected.EndDay) << year;
         EXPECT_EQ(SummerStart.Moment,
-                  Calc_JD(Date(year, SummerStart.Month, SummerStart.Day, SummerStart.Hour), false));
+                  Calc_JD(Date(year, known.StartMonth, expected.StartDay, known.StartHour), false));
+        EXPECT_EQ(SummerEnd.Moment,
+                  Calc_JD(Date(year, known.EndMonth, expected.EndDay, known.EndHour), false));
     }
 }
 
@@ -226,9 +200,10 @@ TEST_F(TimeZones, DatesUnderTheComputersOwnZone) {
     // 1900 keeps whichever bias it has.
     for (const int32_t bias : {known.Standard, known.Summer}) {
         DateControlState old = Control(winter, bias);
-        EXPECT_FALSE(Move(old, Date(1900, 7, 1)).BiasChanged);
-        EXPECT_FALSE(Move(old, Date(1900, 1, 20)).BiasChanged);
-        EXPECT_EQ(old.Bias, bias);
+        for (const MySystemTime& d : {Date(1900, 7, 1), Date(1900, 1, 20), Date(1900, 1, 1, 0)}) {
+            EXPECT_FALSE(Move(old, d).BiasChanged);
+            EXPECT_EQ(old.Bias, bias);
+        }
     }
 
     // After 2100 the label is "ET"; on return it is the zone's own label again.
@@ -313,49 +288,19 @@ TEST_F(TimeZones, SouthernDateAcrossRuleDatesMovesTheBias) {
     EXPECT_EQ(c.MyLMT_Text, "Z+11");
 }
 
-TEST_F(TimeZones, ManualBiasOffSwitchAndPlanControlsAreLeftAlone) {
+TEST_F(TimeZones, PlanControlsAndTheOffSwitchAreLeftAlone) {
     Use_Zone("Europe/London", Utc(2026, 1, 10));
-    DateControlState manual = Control(Date(2026, 1, 10), 120);
-    for (const MySystemTime& d : {Date(2026, 6, 1), Date(2026, 12, 1), Date(2030, 7, 1)}) {
-        EXPECT_FALSE(Move(manual, d).BiasChanged);
-        EXPECT_EQ(manual.Bias, 120);
-    }
-
     DateControlState plan = Control(Date(2026, 1, 10), 0);
     plan.FollowsSummerTime = false;
     EXPECT_FALSE(Move(plan, Date(2026, 6, 1)).BiasChanged);
-
     Settings.AutoTimeZone = kFalse;
     DateControlState off = Control(Date(2026, 1, 10), 0);
     EXPECT_FALSE(Move(off, Date(2026, 6, 1)).BiasChanged);
     EXPECT_EQ(off.Bias, 0);
 }
 
-TEST_F(TimeZones, DateIn1900KeepsItsBias) {
-    for (const char* zone : {"Europe/London", "Australia/Sydney"}) {
-        Use_Zone(zone, Utc(2026, 1, 10));
-        for (const int32_t bias : {SummerStart.Bias, SummerEnd.Bias}) {
-            DateControlState c = Control(Date(2026, 1, 10), bias);
-            for (const MySystemTime& d :
-                 {Date(1900, 7, 1), Date(1900, 1, 15), Date(1900, 1, 1, 0)}) {
-                EXPECT_FALSE(Move(c, d).BiasChanged) << zone;
-                EXPECT_EQ(c.Bias, bias) << zone;
-            }
-        }
-    }
-}
-
-TEST_F(TimeZones, FarDatesShowET) {
+TEST_F(TimeZones, EphemerisTimeLabelsOutsideTheYearsOfZones) {
     Use_Zone("Europe/London", Utc(2026, 1, 10));
-    DateControlState c = Control(Date(2026, 1, 10), 0);
-    LmtChange r = Move(c, Date(2150, 7, 1));
-    EXPECT_TRUE(r.LabelChanged);
-    EXPECT_EQ(c.MyLMT_Text, "ET");
-    EXPECT_EQ(c.Bias, 0);
-    r = Move(c, Date(2026, 1, 10));
-    EXPECT_TRUE(r.LabelChanged);
-    EXPECT_EQ(c.MyLMT_Text, "GMT");
-
     DateControlState z = Control(Date(2026, 7, 1), 60);
     EXPECT_TRUE(Move(z, Date(2101, 7, 1)).LabelChanged);
     EXPECT_EQ(z.MyLMT_Text, "ET+1");
@@ -395,31 +340,30 @@ TEST_F(TimeZones, GregorianReformFlipsToJulian) {
 }
 
 TEST_F(TimeZones, SetLmtInMinutesMode) {
-    DateControlState c;
-    c.RoundToMinute = true;
-    Set_LMT(c, Date(2026, 5, 5, 12, 34, 45));
-    EXPECT_EQ(c.Date.wHour, 12);
-    EXPECT_EQ(c.Date.wMinute, 35);
-    EXPECT_EQ(c.Date.wSecond, 0);
-    Set_LMT(c, Date(2026, 5, 5, 12, 34, 29));
-    EXPECT_EQ(c.Date.wMinute, 34);
-    Set_LMT(c, Date(2026, 12, 31, 23, 59, 30));
-    EXPECT_EQ(c.Date.wYear, 2027);
-    EXPECT_EQ(c.Date.wMonth, 1);
-    EXPECT_EQ(c.Date.wDay, 1);
-    EXPECT_EQ(c.Date.wHour, 0);
-    EXPECT_EQ(c.Date.wMinute, 0);
-    EXPECT_EQ(c.MyJD, Calc_JD(Date(2027, 1, 1, 0), false));
-    // 29 February exists in Julian 1900, not in Gregorian.
-    Set_LMT(c, Date(1900, 2, 28, 23, 59, 50));
-    EXPECT_EQ(c.Date.wMonth, 3);
-    c.JulDates = kTrue;
-    Set_LMT(c, Date(1900, 2, 28, 23, 59, 50));
-    EXPECT_EQ(c.Date.wDay, 29);
-
+    // Rounded to the minute, carrying into the next year; 29 February exists in Julian
+    // 1900, not in Gregorian. Seconds mode keeps the seconds.
+    const struct {
+        MySystemTime in;
+        bool julian;
+        const char* out;
+    } cases[] = {
+        {Date(2026, 5, 5, 12, 34, 45), false, "2026-05-05 12:35:00"},
+        {Date(2026, 5, 5, 12, 34, 29), false, "2026-05-05 12:34:00"},
+        {Date(2026, 12, 31, 23, 59, 30), false, "2027-01-01 00:00:00"},
+        {Date(1900, 2, 28, 23, 59, 50), false, "1900-03-01 00:00:00"},
+        {Date(1900, 2, 28, 23, 59, 50), true, "1900-02-29 00:00:00"},
+    };
+    for (const auto& c : cases) {
+        DateControlState m;
+        m.RoundToMinute = true;
+        m.JulDates = c.julian ? kTrue : 0;
+        Set_LMT(m, c.in);
+        EXPECT_EQ(Text(m.Date), c.out);
+        EXPECT_EQ(m.MyJD, Calc_JD(m.Date, c.julian));
+    }
     DateControlState s;
     Set_LMT(s, Date(2026, 5, 5, 12, 34, 45));
-    EXPECT_EQ(s.Date.wSecond, 45);  // seconds mode keeps them
+    EXPECT_EQ(Text(s.Date), "2026-05-05 12:34:45");
 }
 
 TEST_F(TimeZones, TimeTab) {

@@ -29,7 +29,8 @@ std::vector<unsigned char> Read_Bytes(const fs::path& p) {
 
 void Write_Bytes(const fs::path& p, const std::vector<unsigned char>& bytes) {
     std::ofstream out(p, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
 }
 
 std::vector<unsigned char> Hex(const std::string& hex) {
@@ -39,12 +40,8 @@ std::vector<unsigned char> Hex(const std::string& hex) {
     return out;
 }
 
-std::vector<unsigned char> Slice(const std::vector<unsigned char>& v, size_t at, size_t n) {
-    return {v.begin() + static_cast<long>(at), v.begin() + static_cast<long>(at + n)};
-}
-
 class UserDat : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         char pattern[] = "/tmp/kelmoran_userdat_XXXXXX";
         ASSERT_NE(::mkdtemp(pattern), nullptr);
@@ -107,25 +104,13 @@ TEST_F(UserDat, FirstRunMakesTheFolderTheDefaultsAndA78ByteFile) {
     const std::vector<unsigned char> bytes = Read_Bytes(File());
     ASSERT_EQ(bytes.size(), 78u);
     EXPECT_EQ(bytes.size(), kUserDatMinimumBytes);
-    // Every field at its offset, little-endian.
-    EXPECT_EQ(Slice(bytes, 0, 4), Hex("b24e653f"));           // 51.32166..° in radians
-    EXPECT_EQ(Slice(bytes, 4, 4), Hex("00000000"));
-    EXPECT_EQ(Slice(bytes, 8, 4), Hex("00003442"));           // 45.0
-    EXPECT_EQ(Slice(bytes, 12, 4), Hex("00000841"));          // 8.5
-    EXPECT_EQ(Slice(bytes, 16, 8), Hex("83ae3c2099689f40"));  // 2010.14953703704
-    EXPECT_EQ(Slice(bytes, 24, 4), Hex("00807c44"));          // 1010.0
-    EXPECT_EQ(Slice(bytes, 28, 4), Hex("00002041"));          // 10.0
-    EXPECT_EQ(Slice(bytes, 32, 12), Hex("000000000000000000000000"));
-    EXPECT_EQ(Slice(bytes, 44, 4), Hex("0000f042"));          // 120.0
-    EXPECT_EQ(Slice(bytes, 48, 4), Hex("0000b442"));          // 90.0
-    EXPECT_EQ(Slice(bytes, 52, 4), Hex("00000000"));
-    EXPECT_EQ(Slice(bytes, 56, 4), Hex("18010000"));          // 280
-    EXPECT_EQ(Slice(bytes, 60, 6), Hex("000000000000"));
-    EXPECT_EQ(Slice(bytes, 66, 4), Hex("ffffffff"));          // metres, Celsius
-    // Millibars; daylight stars is the low byte of the working flag, -1, so the 1 of the
-    // first run is saved as 255.
-    EXPECT_EQ(Slice(bytes, 70, 2), Hex("ffff"));
-    EXPECT_EQ(Slice(bytes, 72, 6), Hex("000000000000"));      // no plan, bias 0
+    // Every field at its offset, little-endian: the fix 51.32166..° N, course 45, speed 8.5,
+    // FixTime 2010.1495..., 1010 mb, 10 °C, altitude limit 120', azimuth limit 90°, 280
+    // stars, metres and Celsius; millibars and daylight stars (the low byte of the working
+    // flag, -1, so the first run's 1 is saved as 255); no plan, bias 0.
+    EXPECT_EQ(bytes, Hex("b24e653f00000000000034420000084183ae3c2099689f4000807c4400002041"
+                         "0000000000000000000000000000f0420000b4420000000018010000"
+                         "000000000000ffffffffffff000000000000"));
 
     // The second run reads it: no messages, same values.
     Reset_Shell(nullptr);
@@ -135,27 +120,24 @@ TEST_F(UserDat, FirstRunMakesTheFolderTheDefaultsAndA78ByteFile) {
 }
 
 TEST_F(UserDat, WrittenAndReadBackIdentically) {
-    Set_First_Run_Defaults();
-    Settings.ObserverLat = -0.6f;
-    Settings.ObserverLong = 2.25f;
-    Settings.FixCourse = 271.5f;
-    Settings.FixSpeed = 12.25f;
-    Settings.FixTime = 9123.456789;
-    Settings.Pressure = 998.5f;
-    Settings.Temp = -3.5f;
-    Settings.IndexError = -1.2f;
-    Settings.HtOfEye = 4.0f;
-    Settings.PositionMethod = 1;
-    Settings.HelpLevel = 2;
-    Settings.SightStarCount = 1520;
-    Settings.ShowRA = 1;
-    Settings.SightsTabDown = 1;
-    Settings.AutoTimeZone = kTrue;
-    Settings.UseMetres = 0;
-    Settings.UseCelsius = 0;
-    Settings.UseMillibars = 0;
-    Settings.DaylightStars = 0;
-    Settings.DefaultPlanFile = (root_ / "Café.Voy").string();
+    Settings = {.ObserverLat = -0.6f,
+                .ObserverLong = 2.25f,
+                .FixCourse = 271.5f,
+                .FixSpeed = 12.25f,
+                .FixTime = 9123.456789,
+                .Pressure = 998.5f,
+                .Temp = -3.5f,
+                .IndexError = -1.2f,
+                .HtOfEye = 4.0f,
+                .PositionMethod = 1,
+                .SightAltLimit = 120.0f,
+                .SightAzLimit = 90.0f,
+                .HelpLevel = 2,
+                .SightStarCount = 1520,
+                .ShowRA = 1,
+                .SightsTabDown = 1,
+                .AutoTimeZone = kTrue,
+                .DefaultPlanFile = (root_ / "Café.Voy").string()};
     const std::vector<unsigned char> first = Encode_User_Dat(Settings, -330);
     // The path is stored as single-byte text: "é" is one byte.
     EXPECT_EQ(first.size(), 78 + (root_ / "Cafe.Voy").string().size());
@@ -189,13 +171,9 @@ TEST_F(UserDat, ShortFileLeavesTheTailAtZero) {
     EXPECT_EQ(Shell.ShowIntro, kFalse);  // not a first run
     EXPECT_EQ(Settings.FixCourse, 45.0f);
     EXPECT_EQ(Settings.Pressure, 1010.0f);
-    EXPECT_EQ(Settings.SightAltLimit, 0.0f);
-    EXPECT_EQ(Settings.SightStarCount, 0);
-    EXPECT_EQ(Settings.HelpLevel, 0);
-    EXPECT_EQ(Settings.UseMetres, 0);
-    EXPECT_EQ(Settings.DaylightStars, 0);
-    EXPECT_TRUE(Settings.DefaultPlanFile.empty());
-    EXPECT_EQ(TZ_Bias, 0);
+    EXPECT_TRUE(Settings.SightAltLimit == 0.0f && Settings.SightStarCount == 0 &&
+                Settings.HelpLevel == 0 && Settings.UseMetres == 0 && Settings.DaylightStars == 0 &&
+                Settings.DefaultPlanFile.empty() && TZ_Bias == 0);
 
     // A file cut inside the plan path keeps what is there of it, and the bias stays 0.
     Settings.DefaultPlanFile = "abcdef";

@@ -13,19 +13,18 @@
  *   coordinate = sum c_k T_k(s), s = 2 (tau - start) / span - 1.
  * With "check" it also prints the largest fit error found between the nodes (arcseconds
  * as seen from the Sun, and AU in distance). */
-#include <math.h>
-#include <stdint.h>
-#include <stdio.h>
 #include <stdlib.h>
-#include <string.h>
 #include <swephexp.h>
+
+#include "../chebyshev_fit.h"
 
 enum { kOrder = 14 };
 static const double kTau0 = -12.2;   /* about 10200 BC */
 static const double kSpan = 0.016;   /* 16 years */
 static const uint32_t kCount = 1275; /* to about AD 10200 */
 
-static void pluto_at(double tau, double xyz[3]) {
+static void pluto_at(double tau, double xyz[3], const void* context) {
+    (void)context;
     double r[6];
     char err[AS_MAXCH];
     int32 flags = SEFLG_SWIEPH | SEFLG_HELCTR | SEFLG_J2000 | SEFLG_NONUT | SEFLG_TRUEPOS |
@@ -36,30 +35,6 @@ static void pluto_at(double tau, double xyz[3]) {
         exit(1);
     }
     memcpy(xyz, r, 3 * sizeof(double));
-}
-
-/* sum of c_k T_k(s), k = 0 .. kOrder - 1 (Clenshaw). */
-static double cheb(const double* c, double s) {
-    double b1 = 0, b2 = 0;
-    for (int k = kOrder - 1; k >= 1; --k) {
-        double b0 = 2 * s * b1 - b2 + c[k];
-        b2 = b1;
-        b1 = b0;
-    }
-    return c[0] + s * b1 - b2;
-}
-
-static void put_u32(FILE* f, uint32_t v) {
-    unsigned char b[4] = {v & 255, (v >> 8) & 255, (v >> 16) & 255, v >> 24};
-    fwrite(b, 1, 4, f);
-}
-
-static void put_f64(FILE* f, double d) {
-    uint64_t v;
-    memcpy(&v, &d, 8);
-    unsigned char b[8];
-    for (int i = 0; i < 8; ++i) b[i] = (unsigned char)(v >> (8 * i));
-    fwrite(b, 1, 8, f);
 }
 
 int main(int argc, char** argv) {
@@ -74,37 +49,21 @@ int main(int argc, char** argv) {
         perror(argv[2]);
         return 1;
     }
-    put_f64(out, kTau0);
-    put_f64(out, kSpan);
-    put_u32(out, kCount);
-    put_u32(out, kOrder);
+    cheb_put_header(out, kTau0, kSpan, kCount, kOrder);
     double worst_angle = 0, worst_dist = 0;
     for (uint32_t seg = 0; seg < kCount; ++seg) {
         double start = kTau0 + seg * kSpan;
-        double values[kOrder][3];
-        for (int j = 0; j < kOrder; ++j) {
-            double s = cos(M_PI * (j + 0.5) / kOrder);
-            pluto_at(start + (s + 1) * kSpan / 2, values[j]);
-        }
-        double c[3][kOrder];
-        for (int axis = 0; axis < 3; ++axis) {
-            for (int k = 0; k < kOrder; ++k) {
-                double sum = 0;
-                for (int j = 0; j < kOrder; ++j)
-                    sum += values[j][axis] * cos(M_PI * k * (j + 0.5) / kOrder);
-                c[axis][k] = (k == 0 ? 1.0 : 2.0) * sum / kOrder;
-            }
-        }
-        for (int axis = 0; axis < 3; ++axis)
-            for (int k = 0; k < kOrder; ++k) put_f64(out, c[axis][k]);
+        double c[3][kChebMaxOrder];
+        cheb_fit_segment(pluto_at, NULL, start, kSpan, kOrder, c);
+        cheb_put_segment(out, c, kOrder);
         if (check) {
             for (int j = 0; j <= 8; ++j) {
                 double s = -1 + j * 0.25 + 0.0625 * (j < 8);
                 double truth[3], fit[3];
-                pluto_at(start + (s + 1) * kSpan / 2, truth);
+                pluto_at(start + (s + 1) * kSpan / 2, truth, NULL);
                 double d2 = 0, r2 = 0;
                 for (int axis = 0; axis < 3; ++axis) {
-                    fit[axis] = cheb(c[axis], s);
+                    fit[axis] = cheb(c[axis], kOrder, s);
                     d2 += (fit[axis] - truth[axis]) * (fit[axis] - truth[axis]);
                     r2 += truth[axis] * truth[axis];
                 }

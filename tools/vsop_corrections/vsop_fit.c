@@ -19,14 +19,10 @@
  *   correction = sum c_k T_k(s), s = 2 (tau - start) / span - 1.
  * With "check" it prints the largest fit error between the nodes (arcseconds as seen
  * from the Sun in longitude and latitude, and relative in distance). */
-#include <math.h>
-#include <stdint.h>
-#include <stdio.h>
 #include <stdlib.h>
-#include <string.h>
 #include <swephexp.h>
 
-enum { kMaxOrder = 24 };
+#include "../chebyshev_fit.h"
 
 /* Per planet: the years covered (as tau, in whole segments), the segment length
  * (millennia) and the order. The giant planets' tables reach years -10000 to 10000, all
@@ -89,7 +85,8 @@ static void vsop_at(double tau, double lbr[3]) {
     }
 }
 
-static void difference_at(int swe, double tau, double d[3]) {
+static void difference_at(double tau, double d[3], const void* context) {
+    const int swe = *(const int*)context;
     double r[6], lbr[3];
     char err[AS_MAXCH];
     int32 flags =
@@ -103,29 +100,6 @@ static void difference_at(int swe, double tau, double d[3]) {
     d[0] = remainder(r[0] * M_PI / 180.0 - lbr[0], 2 * M_PI);
     d[1] = r[1] * M_PI / 180.0 - lbr[1];
     d[2] = r[2] - lbr[2];
-}
-
-static double cheb(const double* c, int order, double s) {
-    double b1 = 0, b2 = 0;
-    for (int k = order - 1; k >= 1; --k) {
-        double b0 = 2 * s * b1 - b2 + c[k];
-        b2 = b1;
-        b1 = b0;
-    }
-    return c[0] + s * b1 - b2;
-}
-
-static void put_u32(FILE* f, uint32_t v) {
-    unsigned char b[4] = {v & 255, (v >> 8) & 255, (v >> 16) & 255, v >> 24};
-    fwrite(b, 1, 4, f);
-}
-
-static void put_f64(FILE* f, double d) {
-    uint64_t v;
-    memcpy(&v, &d, 8);
-    unsigned char b[8];
-    for (int i = 0; i < 8; ++i) b[i] = (unsigned char)(v >> (8 * i));
-    fwrite(b, 1, 8, f);
 }
 
 int main(int argc, char** argv) {
@@ -160,35 +134,19 @@ int main(int argc, char** argv) {
     const double span = planet->span;
     const double tau0 = planet->tau0;
     const uint32_t count = (uint32_t)lround((planet->tauEnd - tau0) / span);
-    put_f64(out, tau0);
-    put_f64(out, span);
-    put_u32(out, count);
-    put_u32(out, (uint32_t)order);
+    cheb_put_header(out, tau0, span, count, order);
     double worst[3] = {0, 0, 0}, near[3] = {0, 0, 0};
     for (uint32_t seg = 0; seg < count; ++seg) {
         double start = tau0 + seg * span;
-        double values[kMaxOrder][3];
-        for (int j = 0; j < order; ++j) {
-            double s = cos(M_PI * (j + 0.5) / order);
-            difference_at(planet->swe, start + (s + 1) * span / 2, values[j]);
-        }
-        double c[3][kMaxOrder];
-        for (int axis = 0; axis < 3; ++axis) {
-            for (int k = 0; k < order; ++k) {
-                double sum = 0;
-                for (int j = 0; j < order; ++j)
-                    sum += values[j][axis] * cos(M_PI * k * (j + 0.5) / order);
-                c[axis][k] = (k == 0 ? 1.0 : 2.0) * sum / order;
-            }
-        }
-        for (int axis = 0; axis < 3; ++axis)
-            for (int k = 0; k < order; ++k) put_f64(out, c[axis][k]);
+        double c[3][kChebMaxOrder];
+        cheb_fit_segment(difference_at, &planet->swe, start, span, order, c);
+        cheb_put_segment(out, c, order);
         if (check) {
             for (int j = 0; j < 8; ++j) {
                 double s = -1 + j * 0.25 + 0.0625;
                 double truth[3];
                 double tau = start + (s + 1) * span / 2;
-                difference_at(planet->swe, tau, truth);
+                difference_at(tau, truth, &planet->swe);
                 double lbr[3];
                 vsop_at(tau, lbr);
                 for (int axis = 0; axis < 3; ++axis) {
