@@ -42,9 +42,8 @@ double Separation(double ra1, double dec1, double ra2, double dec2) {
     return 2.0 * std::asin(std::sqrt(std::min(1.0, h))) * kArcsec;
 }
 
-// A star's line of the Swiss Ephemeris star file (name, nomenclature, equinox, RA h m s,
-// Dec d m s, proper motions in mas a year): J2000 (ICRS) place and motions in radians a
-// Julian year, that in RA not times cos Dec.
+// A star's J2000 (ICRS) place and proper motions (radians a Julian year, that in RA not
+// times cos Dec) from its line of the Swiss Ephemeris star file.
 struct SweStar {
     bool found = false;
     double ra = 0, dec = 0, pmRa = 0, pmDec = 0;
@@ -69,10 +68,8 @@ SweStar Read_Swe_Star(const std::string& key) {
     return {};
 }
 
-// One comparison: over the years `first` .. `last`, every `step` days (an odd step walks
-// through the seasons and the nutation). With `own` our catalogue row is reduced; otherwise
-// the library's catalogue place, moved linearly, goes through the same reduction, which
-// measures the reduction alone. Stars whose data differ have limits of their own.
+// Years sampled every `step` days (odd, to walk through seasons and nutation). With `own`
+// our catalogue row is reduced, else the library's place moved linearly: the reduction alone.
 struct Span {
     const char* label;
     double first, last, step;
@@ -81,11 +78,9 @@ struct Span {
     std::map<std::string, double> apart;
 };
 
-// Rigil Kent: the method leaves out its annual parallax, and over ten centuries the linear
-// proper motion parts from the library's space motion most for this nearest star; in our
-// catalogue it is the bright component, in the library's the pair's centre. Ankaa's and
-// Acamar's proper motions in stellarium-data differ from the library's by about 40 and
-// 10 mas a year.
+// Own limits: Rigil Kent (no annual parallax; linear motion parts most from the library's
+// space motion; our bright component against the pair's centre); Ankaa and Acamar (proper
+// motions in stellarium-data differ from the library's by about 40 and 10 mas a year).
 const Span kSpans[] = {
     {"reduction 1900-2100", 1900, 2100, 367.3, false, 1.0, {{"Rigil Kent", 1.5}}},
     {"reduction 1000-3000", 1000, 3000, 3652.9, false, 30.0, {{"Rigil Kent", 100.0}}},
@@ -140,11 +135,12 @@ TEST_P(NavigationalStarPlaces, AgainstTheSwissEphemeris) {
     std::pair<double, std::string> most{0.0, ""};
     std::string others;
     for (const auto& [name, w] : worst) {
-        EXPECT_LT(w, run.apart.count(name) ? run.apart.at(name) : run.limit) << name;
-        if (!run.apart.count(name) && w > most.first) most = {w, name};
+        const bool apart = run.apart.count(name);
+        EXPECT_LT(w, apart ? run.apart.at(name) : run.limit) << name;
+        if (!apart && w > most.first) most = {w, name};
         char text[64];
         std::snprintf(text, sizeof text, "; %s %.3f\"", name.c_str(), w);
-        if (run.apart.count(name)) others += text;
+        if (apart) others += text;
     }
     std::printf("%s: largest %.3f\" (%s)%s\n", run.label, most.first, most.second.c_str(),
                 others.c_str());
