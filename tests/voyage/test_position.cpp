@@ -139,33 +139,29 @@ TEST(PositionMethods, AlongThePlan) {
 }
 
 TEST(PositionMethods, WordsByCondition) {
-    const VoyagePlan p = Three_Legs();
+    VoyagePlan p = Three_Legs();
     SettingsRecord s = Fix_At(0, 0, 0, 0, 100.0, kDRCourseSpeed);
-    EXPECT_EQ(Position_Popup_Words(Position_Spot::DRbyTrack, s, p, 100.0 + 365.5).front(),
-              "Positions using Co/ Dist");
-    EXPECT_EQ(Position_Popup_Words(Position_Spot::DRbyTrack, s, p, 100.0 + 366.0).back(),
-              "(Failure)");
-    EXPECT_EQ(Atlas_Position_Error(s, p, 100.0 + 365.01), "Track can only be used for 365 days");
-    EXPECT_EQ(Atlas_Position_Error(s, p, 100.0 + 365.0), "");
-    EXPECT_EQ(Sight_Position_Word(s, p, 100.0 + 400), "Track Expired");
-    EXPECT_EQ(Sight_Position_Word(s, p, 100.0 + 4), "Position Error");
+    auto popup = [&](Position_Spot spot, double t) { return Position_Popup_Words(spot, s, p, t); };
+    EXPECT_EQ(popup(Position_Spot::DRbyTrack, 465.5).front(), "Positions using Co/ Dist");
+    EXPECT_EQ(popup(Position_Spot::DRbyTrack, 466.0).back(), "(Failure)");
+    EXPECT_EQ(Atlas_Position_Error(s, p, 465.01), "Track can only be used for 365 days");
+    EXPECT_EQ(Atlas_Position_Error(s, p, 465.0), "");
+    EXPECT_EQ(Sight_Position_Word(s, p, 500.0), "Track Expired");
+    EXPECT_EQ(Sight_Position_Word(s, p, 104.0), "Position Error");
     s.PositionMethod = kDRByPlan;
-    EXPECT_EQ(Sight_Position_Word(s, p, p.Plan_End() + 1), "Plan Expired");
-    EXPECT_EQ(Sight_Position_Word(s, p, p.Plan_Start() - 1), "Before Plan");
-    EXPECT_EQ(Atlas_Position_Error(s, p, p.Plan_Start() - 1), "First Way Point position in use");
-    EXPECT_EQ(Position_Popup_Words(Position_Spot::DR_Error, s, p, p.Plan_End() + 1).back(),
-              "Final Way Point position in use");
-    EXPECT_EQ(Position_Popup_Words(Position_Spot::DRbyPlan, s, p, p.Plan_Start()).front(),
-              "Voyage plan in use");
+    const double start = p.Plan_Start(), end = p.Plan_End();
+    EXPECT_EQ(Sight_Position_Word(s, p, end + 1), "Plan Expired");
+    EXPECT_EQ(Sight_Position_Word(s, p, start - 1), "Before Plan");
+    EXPECT_EQ(Atlas_Position_Error(s, p, start - 1), "First Way Point position in use");
+    EXPECT_EQ(popup(Position_Spot::DR_Error, end + 1).back(), "Final Way Point position in use");
+    EXPECT_EQ(popup(Position_Spot::DRbyPlan, start).front(), "Voyage plan in use");
     // "D.R. by plan" needs the plan in use to be the default plan, and a time within it.
-    const auto disabled = Position_Spot::Disabled_DRbyPlan;
-    EXPECT_FALSE(DR_By_Plan_Allowed(s, p, p.Plan_Start()));
-    EXPECT_EQ(Position_Popup_Words(disabled, s, p, p.Plan_Start()).front(), "Default plan not set");
-    VoyagePlan q = p;
-    q.Header.Path = s.DefaultPlanFile = "/plans/a.Voy";
-    EXPECT_TRUE(DR_By_Plan_Allowed(s, q, q.Plan_Start()));
-    EXPECT_FALSE(DR_By_Plan_Allowed(s, q, q.Plan_End() + 0.1));
-    EXPECT_EQ(Position_Popup_Words(disabled, s, q, q.Plan_Start() - 1).front(),
+    EXPECT_FALSE(DR_By_Plan_Allowed(s, p, start));
+    EXPECT_EQ(popup(Position_Spot::Disabled_DRbyPlan, start).front(), "Default plan not set");
+    p.Header.Path = s.DefaultPlanFile = "/plans/a.Voy";
+    EXPECT_TRUE(DR_By_Plan_Allowed(s, p, start));
+    EXPECT_FALSE(DR_By_Plan_Allowed(s, p, end + 0.1));
+    EXPECT_EQ(popup(Position_Spot::Disabled_DRbyPlan, start - 1).front(),
               "Current time is prior to plan starting");
 }
 

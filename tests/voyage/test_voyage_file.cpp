@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <tuple>
 
 #include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
@@ -72,13 +73,10 @@ TEST_F(VoyageFile, RoundTripsByteForByte) {
     VoyagePlan q;
     ASSERT_TRUE(Decode_Plan(bytes, q));
     EXPECT_EQ(Encode_Plan(q), bytes);
-    EXPECT_EQ(q.Extra_List, p.Extra_List);
-    EXPECT_EQ(q.Last_Value, -2);
-    EXPECT_EQ(q.Header.Reserved, 5);
-    EXPECT_EQ(q.Way_Points[1].Reserved[3], 0xAB);
-    EXPECT_EQ(q.Way_Points[2].Type_2, 'x');
-    EXPECT_EQ(q.Way_Points[1].Remarks, p.Way_Points[1].Remarks);
-    EXPECT_EQ(q.Way_Points[1].Row_Locked, kTrue);
+    EXPECT_EQ(
+        std::tuple(q.Extra_List, q.Last_Value, q.Header.Reserved, q.Way_Points[1].Reserved[3],
+                   q.Way_Points[2].Type_2, q.Way_Points[1].Remarks, q.Way_Points[1].Row_Locked),
+        std::tuple(p.Extra_List, -2, 5, 0xAB, 'x', p.Way_Points[1].Remarks, kTrue));
 
     // Through the disk: save, load, save again gives the same file and no temporary file.
     ASSERT_TRUE(Save_Plan(At("trip"), p, settings_, msg_)) << msg_;
