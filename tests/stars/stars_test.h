@@ -1,6 +1,9 @@
 // Helpers shared by the star tests.
 #pragma once
 
+#include <gtest/gtest.h>
+#include <swephexp.h>
+
 #include <string>
 
 #include "stars/M_Resources.h"
@@ -17,5 +20,15 @@ inline int32_t Nav_Star(const std::string& name) {
         if (row.Name == name) return row.Star;
     return 0;
 }
+
+// Suites that compare with the Swiss Ephemeris: its files, and our tables loaded.
+class SweSuite : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
+        Load_Star_Tables();
+    }
+    static void TearDownTestSuite() { swe_close(); }
+};
 
 }  // namespace kelmoran::stars_test

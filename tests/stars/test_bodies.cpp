@@ -43,13 +43,8 @@ void Observe_From(float lat, float lon) {
     Reset_AltAz();
 }
 
-class BodyService : public ::testing::Test {
+class BodyService : public SweSuite {
   protected:
-    static void SetUpTestSuite() {
-        swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
-        Load_Star_Tables();
-    }
-    static void TearDownTestSuite() { swe_close(); }
     void SetUp() override { Set_Corrections(1010.0f, 10.0f, 0.0f, 0.0f); }
 };
 

@@ -99,14 +99,7 @@ const Span kSpans[] = {
      30.0,
      {{"Rigil Kent", 300.0}, {"Ankaa", 60.0}}}};
 
-class NavigationalStarPlaces : public ::testing::TestWithParam<Span> {
-  protected:
-    static void SetUpTestSuite() {
-        swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
-        Load_Star_Tables();
-    }
-    static void TearDownTestSuite() { swe_close(); }
-};
+class NavigationalStarPlaces : public SweSuite, public ::testing::WithParamInterface<Span> {};
 
 TEST_P(NavigationalStarPlaces, AgainstTheSwissEphemeris) {
     const Span& run = GetParam();

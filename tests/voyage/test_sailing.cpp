@@ -83,12 +83,7 @@ TEST(Sailing, ForwardRhumbLineEdges) {
     DR_Step(lat, lon, static_cast<float>(90.0 * kDeg), 60.0f, false, false);
     EXPECT_NEAR(lon / kDeg, -179.1, 0.01);
 
-    // The pole guard stops a DR one second short of the pole with longitude 0; without the
-    // guard the latitude runs on.
-    lat = static_cast<float>(89.0 * kDeg), lon = 1.0f;
-    EXPECT_TRUE(DR_Step(lat, lon, 0.0f, 480.0f, false, true));
-    EXPECT_EQ(std::pair(lat, lon),
-              std::pair(static_cast<float>(1.5707963267949 - 1.0 / 206264.806247096), 0.0f));
+    // Without the pole guard (the position methods show it) the latitude runs on.
     lat = static_cast<float>(89.0 * kDeg);
     EXPECT_FALSE(DR_Step(lat, lon, 0.0f, 480.0f, false, false));
     EXPECT_GT(lat, 1.5707964f);
