@@ -27,10 +27,10 @@ double Angle_Diff(double a, double b) {
     return std::remainder(a - b, kTwoPi) * kArcsec;
 }
 
-// Pressure, temperature, index error (minutes of arc) and height of eye (metres).
-void Set_Corrections(float pressure, float temp, float indexError, float heightOfEye) {
-    Settings.Pressure = pressure;
-    Settings.Temp = temp;
+// Index error (minutes of arc) and height of eye (metres), at 1010 hPa and 10 °C.
+void Set_Corrections(float indexError, float heightOfEye) {
+    Settings.Pressure = 1010.0f;
+    Settings.Temp = 10.0f;
     Settings.IndexError = indexError;
     Settings.HtOfEye = heightOfEye;
     Compute_Derived_Settings();
@@ -45,7 +45,7 @@ void Observe_From(float lat, float lon) {
 
 class BodyService : public SweSuite {
   protected:
-    void SetUp() override { Set_Corrections(1010.0f, 10.0f, 0.0f, 0.0f); }
+    void SetUp() override { Set_Corrections(0.0f, 0.0f); }
 };
 
 // The library's apparent place (RA, Dec radians, distance AU) of a body at `ut` (Julian
@@ -142,23 +142,21 @@ TEST_F(BodyService, EdgeCases) {
     }
 
     // A star has no semi-diameter: the sextant reads refraction, dip and index error only.
-    Set_Corrections(1010.0f, 10.0f, 2.0f, 9.0f);
+    Set_Corrections(2.0f, 9.0f);
     AltAzResult a;
     Calc_AltAz(a, 40, 0.7f, -1.1f, BodyPlace{0.0, 0.4, 0.0, 1.9});
-    EXPECT_EQ(a.SD, 0.0f);
-    EXPECT_GT(a.Refraction, 0.0f);
+    EXPECT_TRUE(a.SD == 0.0f && a.Refraction > 0.0f);
     EXPECT_NEAR(a.SextantAlt, a.TrueAlt + a.Refraction + DipRad + IndexErrorRad, 1e-7);
     EXPECT_NEAR(a.TotalCorrection, a.TrueAlt - a.SextantAlt, 1e-7);
 
     // At or below -1° no refraction is applied; just above it is. A star on the lower
     // meridian of an observer on the equator stands at its declination less 90°.
-    Set_Corrections(1010.0f, 10.0f, 0.0f, 0.0f);
+    Set_Corrections(0.0f, 0.0f);
     const double oneDegree = 1.0 / kDegrees;
     for (double h : {-oneDegree - 1e-6, -5.0 * oneDegree, -oneDegree + 1e-4}) {
         Calc_AltAz(a, 12, 0.0f, 0.0f, BodyPlace{0.0, kTwoPi / 4 + h, 0.0, kTwoPi / 2});
         EXPECT_NEAR(a.TrueAlt, h, 1e-6);
-        EXPECT_EQ(a.Refraction > 0.0f, h > -oneDegree) << h * kDegrees;
-        EXPECT_GE(a.Refraction, 0.0f);
+        EXPECT_TRUE(h > -oneDegree ? a.Refraction > 0.0f : a.Refraction == 0.0f) << h * kDegrees;
         EXPECT_NEAR(a.SextantAlt, a.TrueAlt + a.Refraction, 1e-7);
     }
 
@@ -198,12 +196,11 @@ TEST_F(BodyService, RecomputesWhatIsStale) {
     Calc_Bodies(0, 2, list, jd + 0.5);
     EXPECT_EQ(std::tuple(sirius.PositionJD, sirius.Texts.size(), sirius.AltAzJD, sun.PositionJD),
               std::tuple(jd, 1u, jd + 0.5, jd + 0.5));
-    EXPECT_NE(sirius.TrueAlt, starAlt);
-    EXPECT_NE(sun.TrueAlt, sunAlt);
+    EXPECT_TRUE(sirius.TrueAlt != starAlt && sun.TrueAlt != sunAlt);
     // Beyond it the place is recomputed and the texts emptied.
     Calc_Bodies(0, 2, list, jd + sirius.Interval + 1.0);
-    EXPECT_EQ(sirius.PositionJD, jd + sirius.Interval + 1.0);
-    EXPECT_TRUE(sirius.Texts.empty());
+    EXPECT_EQ(std::tuple(sirius.PositionJD, sirius.Texts.size()),
+              std::tuple(jd + sirius.Interval + 1.0, 0u));
 
     // A change of the observer alone: altitudes recomputed, places kept, only the listed
     // range computed.
@@ -212,8 +209,7 @@ TEST_F(BodyService, RecomputesWhatIsStale) {
     Observe_From(-0.6f, 2.0f);
     Calc_Bodies(1, 1, list, now);
     EXPECT_EQ(std::tuple(sirius.PositionJD, sirius.AltAzJD), std::tuple(now, now));
-    EXPECT_NE(sirius.TrueAlt, starAlt);
-    EXPECT_NE(Bodies[13].AltAzJD, now);
+    EXPECT_TRUE(sirius.TrueAlt != starAlt && Bodies[13].AltAzJD != now);
     // The GHA is that of the moment, whichever way it was reached.
     EXPECT_NEAR(std::remainder(sirius.GHA - (Calc_EarthFrame(now).GAST - sirius.RA), kTwoPi), 0.0,
                 1e-12);
