@@ -119,32 +119,29 @@ TEST_F(VoyageFile, EmptyPlanAndHandMadeFile) {
               (Bytes{1, 0, ' ', 1, 0, ' ', 1, 0, ' '}));
 
     // A file made by hand, with a one-row plan and an extra list of two entries.
+    // Values go in as their bytes (arrays whole), strings with their 16-bit length.
     Bytes f;
-    auto put = [&f](const void* v, std::size_t n) {
-        f.insert(f.end(), static_cast<const unsigned char*>(v),
-                 static_cast<const unsigned char*>(v) + n);
+    auto put = [&f](const auto&... v) {
+        (f.insert(f.end(), reinterpret_cast<const unsigned char*>(&v),
+                  reinterpret_cast<const unsigned char*>(&v) + sizeof v),
+         ...);
     };
     auto str = [&](const std::string& s) {
-        const uint16_t n = static_cast<uint16_t>(s.size());
-        put(&n, 2), put(s.data(), s.size());
+        put(static_cast<uint16_t>(s.size()));
+        f.insert(f.end(), s.begin(), s.end());
     };
-    const double start = 9000.0, end = 9001.0;
-    const int16_t etd = 60, rows = 0, extra = 1, reserved = 9, last = 0x1234;
-    const int16_t flags[4] = {-1, 3, 4, 0};
     const float speeds[4] = {9.0f, 10.0f, 11.0f, 10.0f}, row[3] = {0.5f, -0.25f, 6.0f};
     const unsigned char kept[12] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, types[2] = {'D', 'q'};
-    put(&start, 8), put(&etd, 2), str("Z+1"), put(&end, 8), put(&etd, 2), str("Z+1");
-    put(&reserved, 2), put(speeds, 16), put(&rows, 2), put(&extra, 2);
-    str("Title"), str("C:\\Plans\\a.Voy"), str("");
-    put(row, 12), put(kept, 12), str(" "), str("A1"), str("Caf\xE9"), put(flags, 8), put(types, 2);
-    str("first extra"), str("second extra"), put(&last, 2);
+    const int16_t flags[4] = {-1, 3, 4, 0}, etd = 60, rows = 0, extra = 1;
+    put(9000.0, etd), str("Z+1"), put(9001.0, etd), str("Z+1");
+    put(int16_t{9}, speeds, rows, extra), str("Title"), str("C:\\Plans\\a.Voy"), str("");
+    put(row, kept), str(" "), str("A1"), str("Caf\xE9"), put(flags, types);
+    str("first extra"), str("second extra"), put(int16_t{0x1234});
     VoyagePlan h;
     ASSERT_TRUE(Decode_Plan(f, h));
-    EXPECT_EQ(h.Row_Count(), 1);
-    EXPECT_EQ(h.Way_Points[0].ID, "A1");
-    EXPECT_EQ(h.Way_Points[0].Leg_Type, 'D');
+    EXPECT_EQ(std::tuple(h.Row_Count(), h.Way_Points[0].ID, h.Way_Points[0].Leg_Type, h.Last_Value),
+              std::tuple(1, "A1", 'D', 0x1234));
     EXPECT_EQ(h.Extra_List, (std::vector<std::string>{"first extra", "second extra"}));
-    EXPECT_EQ(h.Last_Value, 0x1234);
     EXPECT_EQ(Encode_Plan(h), f);
 }
 
