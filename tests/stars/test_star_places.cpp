@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
+#include <fstream>
 #include <map>
-#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,12 +16,12 @@
 #include "ephemeris/Time_Calcs.h"
 #include "stars/M_Resources.h"
 #include "stars/M_Stars.h"
+#include "stars_test.h"
 
 namespace kelmoran {
 namespace {
 
-constexpr double kArcsec = 206264.806247096;
-constexpr double kDegrees = 57.2957795130823;
+using namespace stars_test;
 
 // The Swiss Ephemeris' spelling of a Bayer designation: ",alCMa", ",th-1Eri".
 std::string Swe_Star_Key(const DesignationEntry& d, bool withIndex) {
@@ -42,137 +42,104 @@ double Separation(double ra1, double dec1, double ra2, double dec2) {
     return 2.0 * std::asin(std::sqrt(std::min(1.0, h))) * kArcsec;
 }
 
-// A star's line of the Swiss Ephemeris star file: J2000 (ICRS) place and proper motions.
+// A star's J2000 (ICRS) place and proper motions (radians a Julian year, that in RA not
+// times cos Dec) from its line of the Swiss Ephemeris star file.
 struct SweStar {
     bool found = false;
-    double ra = 0, dec = 0;      // radians
-    double pmRa = 0, pmDec = 0;  // radians a Julian year, that in RA not times cos Dec
+    double ra = 0, dec = 0, pmRa = 0, pmDec = 0;
 };
 
 SweStar Read_Swe_Star(const std::string& key) {
-    SweStar star;
-    FILE* f = std::fopen(KELMORAN_SWE_EPHE_PATH "/sefstars.txt", "r");
-    if (!f) return star;
-    char line[512];
-    while (std::fgets(line, sizeof line, f)) {
-        if (line[0] == '#') continue;
-        // Fields: name, nomenclature, equinox, RA h m s, Dec d m s, proper motions.
+    std::ifstream in(KELMORAN_SWE_EPHE_PATH "/sefstars.txt");
+    for (std::string line; std::getline(in, line);) {
         std::vector<std::string> f;
-        for (char* p = std::strtok(line, ","); p; p = std::strtok(nullptr, ",")) f.emplace_back(p);
-        if (f.size() < 11) continue;
-        std::string n = f[1];
-        n.erase(n.find_last_not_of(' ') + 1);
-        if ("," + n != key) continue;
-        bool south = f[6].find('-') != std::string::npos;
-        double decDeg = std::fabs(std::stod(f[6])) + std::stod(f[7]) / 60 + std::stod(f[8]) / 3600;
-        star.ra = (std::stod(f[3]) + std::stod(f[4]) / 60 + std::stod(f[5]) / 3600) * 15 / kDegrees;
-        star.dec = (south ? -decDeg : decDeg) / kDegrees;
-        star.pmRa = std::stod(f[9]) / 1000 / kArcsec / std::cos(star.dec);
-        star.pmDec = std::stod(f[10]) / 1000 / kArcsec;
-        star.found = true;
-        break;
+        std::stringstream cells(line);
+        for (std::string cell; std::getline(cells, cell, ',');) f.push_back(cell);
+        if (line[0] == '#' || f.size() < 11) continue;
+        if ("," + f[1].erase(f[1].find_last_not_of(' ') + 1) != key) continue;
+        auto n = [&](int i) { return std::stod(f[static_cast<size_t>(i)]); };
+        const double decDeg = std::fabs(n(6)) + n(7) / 60 + n(8) / 3600;
+        SweStar star{true, (n(3) + n(4) / 60 + n(5) / 3600) * 15 / kDegrees,
+                     (f[6].find('-') != std::string::npos ? -decDeg : decDeg) / kDegrees};
+        star.pmRa = n(9) / 1000 / kArcsec / std::cos(star.dec);
+        star.pmDec = n(10) / 1000 / kArcsec;
+        return star;
     }
-    std::fclose(f);
-    return star;
+    return {};
 }
 
-// The separations of our places from the library's over the years `first` .. `last`,
-// sampled every `step` days (an odd step walks through the seasons and the nutation),
-// largest for each star. With `ownCatalogue` our catalogue row is reduced; otherwise the
-// library's own catalogue place, moved linearly, goes through the same reduction: that
-// measures the reduction alone.
-std::map<std::string, double> Worst(double first, double last, double step, bool ownCatalogue) {
+// Years sampled every `step` days (odd, to walk through seasons and nutation). With `own`
+// our catalogue row is reduced, else the library's place moved linearly: the reduction alone.
+struct Span {
+    const char* label;
+    double first, last, step;
+    bool own;
+    double limit;
+    std::map<std::string, double> apart;
+};
+
+// Own limits: Rigil Kent (no annual parallax; linear motion parts most from the library's
+// space motion; our bright component against the pair's centre); Ankaa and Acamar (proper
+// motions in stellarium-data differ from the library's by about 40 and 10 mas a year).
+const Span kSpans[] = {
+    {"reduction 1900-2100", 1900, 2100, 367.3, false, 1.0, {{"Rigil Kent", 1.5}}},
+    {"reduction 1000-3000", 1000, 3000, 3652.9, false, 30.0, {{"Rigil Kent", 100.0}}},
+    {"catalogue 1900-2100",
+     1900,
+     2100,
+     367.3,
+     true,
+     1.0,
+     {{"Rigil Kent", 30.0}, {"Ankaa", 6.0}, {"Acamar", 2.0}}},
+    {"catalogue 1000-3000",
+     1000,
+     3000,
+     3652.9,
+     true,
+     30.0,
+     {{"Rigil Kent", 300.0}, {"Ankaa", 60.0}}}};
+
+class NavigationalStarPlaces : public SweSuite, public ::testing::WithParamInterface<Span> {};
+
+TEST_P(NavigationalStarPlaces, AgainstTheSwissEphemeris) {
+    const Span& run = GetParam();
     std::map<std::string, double> worst;
     for (const MainStarRow& m : MainStars) {
         const DesignationEntry& d = Designations[Find_Designation_Row(m.Star)];
         std::string key = Swe_Star_Key(d, true);
         SweStar ref = Read_Swe_Star(key);
-        if (!ref.found) {
-            key = Swe_Star_Key(d, false);  // a star filed without its superscript
-            ref = Read_Swe_Star(key);
-        }
+        if (!ref.found) ref = Read_Swe_Star(key = Swe_Star_Key(d, false));  // no superscript
         EXPECT_TRUE(ref.found) << m.Name << " " << key;
         double& w = worst[m.Name];
-        for (double jd = (first - 2000.0) * 365.25; jd <= (last - 2000.0) * 365.25; jd += step) {
+        for (double jd = (run.first - 2000) * 365.25; jd <= (run.last - 2000) * 365.25;
+             jd += run.step) {
             double ra = ref.ra + ref.pmRa * jd / 365.25, dec = ref.dec + ref.pmDec * jd / 365.25;
-            Calc_Star_Place(ownCatalogue ? m.Star : 0, ra, dec, jd);
+            Calc_Star_Place(run.own ? m.Star : 0, ra, dec, jd);
             // The same moment: our day number is UT, the library's star call takes TT.
-            double tt = kJ2000 + jd + Get_DeltaT(DeltaT_Year(jd)) / 86400.0;
+            const double tt = kJ2000 + jd + Get_DeltaT(DeltaT_Year(jd)) / 86400.0;
             double xx[6];
-            char err[256] = "";
-            char name[64];
+            char err[256] = "", name[64];
             std::snprintf(name, sizeof name, "%s", key.c_str());
             EXPECT_GE(swe_fixstar2(name, tt, SEFLG_SWIEPH | SEFLG_EQUATORIAL, xx, err), 0)
                 << m.Name << ": " << err;
             w = std::max(w, Separation(ra, dec, xx[0] / kDegrees, xx[1] / kDegrees));
         }
     }
-    return worst;
-}
-
-class NavigationalStarPlaces : public ::testing::Test {
-  protected:
-    static void SetUpTestSuite() {
-        swe_set_ephe_path(const_cast<char*>(KELMORAN_SWE_EPHE_PATH));
-        Load_Star_Tables();
-    }
-    static void TearDownTestSuite() { swe_close(); }
-};
-
-// The largest separation over all stars but those named, and its star.
-std::pair<double, std::string> Largest(const std::map<std::string, double>& worst,
-                                       const std::set<std::string>& apart = {}) {
     std::pair<double, std::string> most{0.0, ""};
-    for (const auto& [name, w] : worst)
-        if (!apart.count(name) && w > most.first) most = {w, name};
-    return most;
+    std::string others;
+    for (const auto& [name, w] : worst) {
+        const bool apart = run.apart.count(name);
+        EXPECT_LT(w, apart ? run.apart.at(name) : run.limit) << name;
+        if (!apart && w > most.first) most = {w, name};
+        char text[64];
+        std::snprintf(text, sizeof text, "; %s %.3f\"", name.c_str(), w);
+        if (apart) others += text;
+    }
+    std::printf("%s: largest %.3f\" (%s)%s\n", run.label, most.first, most.second.c_str(),
+                others.c_str());
 }
 
-TEST_F(NavigationalStarPlaces, ReductionWithin1ArcsecFrom1900To2100) {
-    auto worst = Worst(1900.0, 2100.0, 367.3, false);
-    for (const auto& [name, w] : worst) EXPECT_LT(w, name == "Rigil Kent" ? 1.5 : 1.0) << name;
-    auto [most, who] = Largest(worst, {"Rigil Kent"});
-    std::printf("reduction 1900-2100: largest %.3f\" (%s); Rigil Kent %.3f\"\n", most, who.c_str(),
-                worst["Rigil Kent"]);
-}
-
-// Over ten centuries the linear proper motion parts from the library's space motion by the
-// curvature of the path and, for the nearest star, by its radial velocity: Rigil Kent,
-// 3.7" a year at 1.3 parsecs, drifts most.
-TEST_F(NavigationalStarPlaces, ReductionWithin30ArcsecFrom1000To3000) {
-    auto worst = Worst(1000.0, 3000.0, 3652.9, false);
-    for (const auto& [name, w] : worst) EXPECT_LT(w, name == "Rigil Kent" ? 100.0 : 30.0) << name;
-    auto [most, who] = Largest(worst, {"Rigil Kent"});
-    std::printf("reduction 1000-3000: largest %.3f\" (%s); Rigil Kent %.3f\"\n", most, who.c_str(),
-                worst["Rigil Kent"]);
-}
-
-// Our catalogue against the library's: the same within 1" for all but three stars whose
-// data differ. Rigil Kent is the bright component of alpha Centauri in Hipparcos but the
-// pair's centre in the library's file; Ankaa's and Acamar's proper motions in
-// stellarium-data differ from the library's by about 40 and 10 mas a year.
-TEST_F(NavigationalStarPlaces, CatalogueFrom1900To2100) {
-    auto worst = Worst(1900.0, 2100.0, 367.3, true);
-    const std::map<std::string, double> apart = {
-        {"Rigil Kent", 30.0}, {"Ankaa", 6.0}, {"Acamar", 2.0}};
-    for (const auto& [name, w] : worst)
-        EXPECT_LT(w, apart.count(name) ? apart.at(name) : 1.0) << name;
-    auto [most, who] = Largest(worst, {"Rigil Kent", "Ankaa", "Acamar"});
-    std::printf(
-        "catalogue 1900-2100: largest %.3f\" (%s); Rigil Kent %.3f\", Ankaa %.3f\", "
-        "Acamar %.3f\"\n",
-        most, who.c_str(), worst["Rigil Kent"], worst["Ankaa"], worst["Acamar"]);
-}
-
-TEST_F(NavigationalStarPlaces, CatalogueFrom1000To3000) {
-    auto worst = Worst(1000.0, 3000.0, 3652.9, true);
-    const std::map<std::string, double> apart = {{"Rigil Kent", 300.0}, {"Ankaa", 60.0}};
-    for (const auto& [name, w] : worst)
-        EXPECT_LT(w, apart.count(name) ? apart.at(name) : 30.0) << name;
-    auto [most, who] = Largest(worst, {"Rigil Kent", "Ankaa"});
-    std::printf("catalogue 1000-3000: largest %.3f\" (%s); Rigil Kent %.3f\", Ankaa %.3f\"\n", most,
-                who.c_str(), worst["Rigil Kent"], worst["Ankaa"]);
-}
+INSTANTIATE_TEST_SUITE_P(Runs, NavigationalStarPlaces, ::testing::ValuesIn(kSpans));
 
 }  // namespace
 }  // namespace kelmoran

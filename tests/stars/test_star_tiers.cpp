@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "stars/M_Resources.h"
 
@@ -23,8 +24,8 @@ TEST(StarTiers, MissingAndShortFilesLeaveTheBaseTier) {
     EXPECT_FALSE(Load_Tiers_For(kBaseTierEnd + 1));
     EXPECT_TRUE(Load_Tiers_For(kBaseTierEnd));
     EXPECT_EQ(Catalogue_Upper(), kBaseTierEnd);
-    EXPECT_EQ(Star_Of_Hip(32349), 0) << "no Hipparcos numbers without their file";
-    EXPECT_TRUE(HD_Numbers.empty());
+    // No Hipparcos or HD numbers without their files.
+    EXPECT_EQ(std::tuple(Star_Of_Hip(32349), HD_Numbers.empty()), std::tuple(0, true));
     std::filesystem::remove_all(empty);
 }
 
@@ -35,19 +36,17 @@ TEST(StarTiers, TiersLoadInTurnAndKeepWhatIsLoaded) {
     EXPECT_FALSE(Star_Tier_Available(5));
     CatalogueStar sirius = Catalogue[12];
     EXPECT_TRUE(Load_Tiers_For(kTier2End + 1));  // needs tier 3, so tier 2 comes first
-    EXPECT_EQ(Catalogue_Upper(), kTier3End);
-    EXPECT_EQ(Catalogue[12].Mag, sirius.Mag);
+    EXPECT_EQ(std::tuple(Catalogue_Upper(), Catalogue[12].Mag), std::tuple(kTier3End, sirius.Mag));
     EXPECT_GT(Catalogue[kTier2End].Mag, 0);  // tier 2's rows were copied in
     EXPECT_TRUE(Load_Star_Tier(1));
     EXPECT_EQ(Catalogue_Upper(), kTier3End) << "a tier is never unloaded";
     // The inverse tables follow the rows loaded so far.
-    int32_t deep = kTier4End;
     Load_Hip_Numbers();
     ASSERT_EQ(Hip_Numbers.size(), static_cast<size_t>(kTier4End) + 1);
-    int32_t hip = Hip_Numbers[deep];
+    const int32_t hip = Hip_Numbers[kTier4End];
     EXPECT_EQ(Star_Of_Hip(hip), 0);
     EXPECT_TRUE(Load_Star_Tier(4));
-    EXPECT_EQ(Star_Of_Hip(hip), deep);
+    EXPECT_EQ(Star_Of_Hip(hip), kTier4End);
 }
 
 }  // namespace
