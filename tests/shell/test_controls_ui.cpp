@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QTest>
-#include <QWheelEvent>
 #include <memory>
 
 #include "settings/M_Formatting.h"
@@ -14,10 +12,10 @@
 #include "shell/Date_Record.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
+#include "shell/Ui_Screens.h"
 #include "shell/cDatesView.h"
 #include "shell/cLatLongView.h"
 #include "shell/cSubClass.h"
-#include "shell/fMain.h"
 #include "shell/myComboView.h"
 
 namespace kelmoran {
@@ -26,26 +24,11 @@ namespace {
 constexpr double kDeg = 57.2957795130823;
 
 using testing_dates::Date;
+using namespace ui_test;
 
-QPoint Centre(const Rect& r) {
-    return QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
-}
-
+// Writes the window as it shows to <build>/screenshots/<name>.png.
 void Save_Screenshot(QWidget& w, const char* name) {
-    const QString dir = QString(KELMORAN_BINARY_DIR) + "/screenshots";
-    QDir().mkpath(dir);
-    const QImage shot = w.grab().toImage();
-    ASSERT_FALSE(shot.isNull());
-    EXPECT_TRUE(shot.save(dir + "/" + name + ".png")) << name;
-}
-
-// How many pixels of a rectangle of an image are dark: something has been drawn there.
-int Dark_Pixels(const QImage& image, const QRect& r) {
-    int n = 0;
-    for (int y = r.top(); y <= r.bottom(); ++y)
-        for (int x = r.left(); x <= r.right(); ++x)
-            if (image.valid(x, y) && qGray(image.pixel(x, y)) < 80) ++n;
-    return n;
+    Save_Png(w.grab().toImage(), "screenshots", name);
 }
 
 // ------------------------------------------------------------ the Main screen's strip
@@ -78,11 +61,8 @@ class MainStrip : public ::testing::Test {
         for (const char* k = keys; *k; ++k) QTest::keyClick(client, *k);
     }
     void Key(Qt::Key key) { QTest::keyClick(client, key); }
-    void Wheel(const char* field, int delta) {
-        const QPoint at = Centre(Strip().Field_Rect(field));
-        QWheelEvent e(at, client->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(client, &e);
+    void Wheel_On(const char* field, int delta) {
+        Wheel(client, Centre(Strip().Field_Rect(field)), delta);
     }
     // The moment reached the shell and the screen, and the screen shows it.
     void Expect_Moment(const MySystemTime& date, bool julian = false) {
@@ -121,22 +101,6 @@ TEST_F(MainStrip, LettersAndDigitsTypedIntoTheStripReachCurrentJD) {
     // are to catch up.
     EXPECT_EQ(Shell.Up_To_Date(screen_key::AltAz), kFalse);
     EXPECT_EQ(Shell.Up_To_Date(screen_key::Splash), kTrue);
-
-    Click("Month");
-    Type("J");
-    Key(Qt::Key_Return);
-    Expect_Moment(Date(2010, 1, 4, 9, 15, 30));
-
-    Show(Date(2010, 7, 4, 9, 15, 30));
-    Click("Year");
-    Type("93");
-    Key(Qt::Key_Return);
-    Expect_Moment(Date(1993, 7, 4, 9, 15, 30));
-    Show(Date(2010, 7, 4, 9, 15, 30));
-    Click("Year");
-    Type("07");
-    Key(Qt::Key_Return);
-    Expect_Moment(Date(2007, 7, 4, 9, 15, 30));
 }
 
 TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
@@ -183,22 +147,40 @@ TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
     TZ_Bias = 0;
 }
 
-TEST_F(MainStrip, PlusAndMinusRollTheMonth) {
-    Show(Date(2011, 1, 31));
-    Click("Day");
-    Type("+");
-    Expect_Moment(Date(2011, 2, 1));
-    Key(Qt::Key_Escape);
-    Show(Date(2011, 3, 31));
-    Click("Month");
-    Type("-");
-    Expect_Moment(Date(2011, 2, 28));
-    Key(Qt::Key_Escape);
-    Show(Date(2012, 3, 31));
-    Click("Month");
-    Type("-");
-    Expect_Moment(Date(2012, 2, 29));
-    Key(Qt::Key_Escape);
+TEST_F(MainStrip, TheCasesOfTheStripTypedWithRealKeys) {
+    struct Case {
+        MySystemTime from;
+        bool julian;
+        const char *field, *keys;
+        Qt::Key end;
+        MySystemTime to;
+        bool toJulian;
+    };
+    const MySystemTime july = Date(2010, 7, 4, 9, 15, 30);
+    const Case cases[] = {
+        {july, false, "Month", "J", Qt::Key_Return, Date(2010, 1, 4, 9, 15, 30), false},
+        {july, false, "Year", "93", Qt::Key_Return, Date(1993, 7, 4, 9, 15, 30), false},
+        {july, false, "Year", "07", Qt::Key_Return, Date(2007, 7, 4, 9, 15, 30), false},
+        // "+" in Day at a month's end rolls the month; "-" in Month from 31 March ends on
+        // February's last day.
+        {Date(2011, 1, 31), false, "Day", "+", Qt::Key_Escape, Date(2011, 2, 1), false},
+        {Date(2011, 3, 31), false, "Month", "-", Qt::Key_Escape, Date(2011, 2, 28), false},
+        {Date(2012, 3, 31), false, "Month", "-", Qt::Key_Escape, Date(2012, 2, 29), false},
+        // Year 1 minus one step is 1 BC; 9999 plus one stays.
+        {Date(1, 6, 1), true, "Year", "-", Qt::Key_Escape, Date(-1, 6, 1), true},
+        {Date(9999, 6, 1), false, "Year", "+", Qt::Key_Escape, Date(9999, 6, 1), false},
+        // 29 February 1900: refused in the Gregorian calendar, allowed in the Julian.
+        {Date(1900, 2, 10), false, "Day", "29", Qt::Key_Escape, Date(1900, 2, 28), false},
+        {Date(1900, 2, 10), true, "Day", "29", Qt::Key_Escape, Date(1900, 2, 29), true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.field) + " " + c.keys + " from " + std::to_string(c.from.wYear));
+        Show(c.from, c.julian);
+        Click(c.field);
+        Type(c.keys);
+        Key(c.end);
+        Expect_Moment(c.to, c.toJulian);
+    }
 }
 
 TEST_F(MainStrip, EscapeAndAnEmptyEditLeaveTheMoment) {
@@ -220,32 +202,6 @@ TEST_F(MainStrip, EscapeAndAnEmptyEditLeaveTheMoment) {
     // Keys with no edit open are swallowed on Main.
     Type("5+");
     EXPECT_EQ(Shell.CurrentJD, before);
-}
-
-TEST_F(MainStrip, YearsAtTheEndsOfTheRange) {
-    Show(Date(1, 6, 1), true);
-    Click("Year");
-    Type("-");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(-1, 6, 1), true);
-    Show(Date(9999, 6, 1));
-    Click("Year");
-    Type("+");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(9999, 6, 1));
-}
-
-TEST_F(MainStrip, TwentyNinthOfFebruary1900DependsOnTheCalendar) {
-    Show(Date(1900, 2, 10));
-    Click("Day");
-    Type("29");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(1900, 2, 28));
-    Show(Date(1900, 2, 10), true);
-    Click("Day");
-    Type("29");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(1900, 2, 29), true);
 }
 
 TEST_F(MainStrip, ThePopUpChangesBCToADAndTheCalendarPast1900) {
@@ -287,14 +243,14 @@ TEST_F(MainStrip, ThePopUpChangesBCToADAndTheCalendarPast1900) {
 TEST_F(MainStrip, TheWheelStepsTheFieldUnderTheMouse) {
     Show(Date(2011, 12, 31, 23, 0, 0));
     const double before = Shell.CurrentJD;
-    Wheel("Day", 120);
+    Wheel_On("Day", 120);
     Expect_Moment(Date(2012, 1, 1, 23, 0, 0));
     EXPECT_DOUBLE_EQ(Shell.CurrentJD - before, 1.0);
-    Wheel("Hour", -240);
+    Wheel_On("Hour", -240);
     EXPECT_NEAR(Shell.CurrentJD - before, 1.0 - 2.0 / 24.0, 1e-9);
-    Wheel("Month", 60);  // half a notch does nothing yet
+    Wheel_On("Month", 60);  // half a notch does nothing yet
     EXPECT_NEAR(Shell.CurrentJD - before, 1.0 - 2.0 / 24.0, 1e-9);
-    Wheel("Month", 60);
+    Wheel_On("Month", 60);
     Expect_Moment(Date(2012, 2, 1, 21, 0, 0));
 }
 
@@ -741,18 +697,25 @@ class Recorder : public SysMsgSink {
     int cursors = 0;
 };
 
-TEST(Hook, MouseEventsCarryButtonShiftAndPosition) {
+// A window hooked to a recorder, shown, with the log of its showing cleared.
+class HookedWindow : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        window.resize(300, 200);
+        ASSERT_TRUE(hook.SubClass(&window));
+        window.show();
+        QApplication::processEvents();
+        r.log.clear();
+    }
     QWidget window;
-    window.resize(300, 200);
     Recorder r;
-    cSubClass hook(&r);
-    ASSERT_TRUE(hook.SubClass(&window));
+    cSubClass hook{&r};
+};
+
+TEST_F(HookedWindow, MouseEventsCarryButtonShiftAndPosition) {
     cSubClass second(&r);
     EXPECT_FALSE(second.SubClass(&window));  // hooked already: nothing happens
-    window.show();
-    QApplication::processEvents();
     EXPECT_TRUE(window.testAttribute(Qt::WA_OpaquePaintEvent));
-    r.log.clear();
     QTest::mouseClick(&window, Qt::RightButton, Qt::ShiftModifier | Qt::ControlModifier,
                       QPoint(40, 50));
     QTest::mouseClick(&window, Qt::LeftButton, {}, QPoint(7, 8));
@@ -776,15 +739,7 @@ TEST(Hook, MouseEventsCarryButtonShiftAndPosition) {
     EXPECT_TRUE(second.SubClass(&window));  // released: another may hook it
 }
 
-TEST(Hook, FocusDoubleClicksButtonsHeldAndTheSpecialWindows) {
-    QWidget window;
-    window.resize(300, 200);
-    Recorder r;
-    cSubClass hook(&r);
-    hook.SubClass(&window);
-    window.show();
-    QApplication::processEvents();
-    r.log.clear();
+TEST_F(HookedWindow, FocusDoubleClicksButtonsHeldAndTheSpecialWindows) {
     QEvent on(QEvent::WindowActivate), off(QEvent::WindowDeactivate);
     QApplication::sendEvent(&window, &on);
     QApplication::sendEvent(&window, &off);
@@ -841,13 +796,8 @@ TEST(Hook, TheColumnOfAPixelAndTheTenthColumnOfTheLunations) {
     EXPECT_EQ(HScroll_Column_Step(5, ScrollAction::Top, 0, headings, 3, false), 0);
 }
 
-TEST(Hook, ScrollBarsStepByRowsPixelsOrWholeColumns) {
-    QWidget window;
+TEST_F(HookedWindow, ScrollBarsStepByRowsPixelsOrWholeColumns) {
     window.resize(400, 300);
-    Recorder r;
-    cSubClass hook(&r);
-    hook.SubClass(&window);
-    window.show();
     QApplication::processEvents();
     r.log.clear();
     hook.Set_VScroll_Info(99, 100);  // the range does not exceed the page: no bar
@@ -896,9 +846,3 @@ TEST(Hook, ScrollBarsStepByRowsPixelsOrWholeColumns) {
 
 }  // namespace
 }  // namespace kelmoran
-
-int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
