@@ -114,16 +114,15 @@ TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
 
     // Each field completes and the next opens: "15", "MAR", "1999", "07", "45", "12".
     Click("Day");
-    Type("15");
-    EXPECT_EQ(Edit.Field, "Month");
-    Type("MAR");
-    EXPECT_EQ(Edit.Field, "Year");
-    Type("1999");
-    EXPECT_EQ(Edit.Field, "Hour");
-    Type("07");
-    EXPECT_EQ(Edit.Field, "Minute");
-    Type("45");
-    EXPECT_EQ(Edit.Field, "Second");
+    for (const auto& [keys, next] :
+         std::vector<std::pair<const char*, const char*>>{{"15", "Month"},
+                                                          {"MAR", "Year"},
+                                                          {"1999", "Hour"},
+                                                          {"07", "Minute"},
+                                                          {"45", "Second"}}) {
+        Type(keys);
+        EXPECT_EQ(Edit.Field, next) << keys;
+    }
     Type("12");
     EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
     EXPECT_DOUBLE_EQ(Shell.CurrentJD, Calc_JD(Date(1999, 3, 15, 7, 45, 12), false) - zone);
