@@ -342,6 +342,12 @@ class Form : public QWidget,
     }
     void SysMsg_KeyPress(int32_t c) override { Edit_Key_Press(c); }
 
+    void Click(const Rect& r, Qt::MouseButton b = Qt::LeftButton) {
+        QTest::mouseClick(this, b, {}, Centre(r));
+    }
+    void Keys(const char* keys) { QTest::keyClicks(this, keys); }
+    void Key(Qt::Key key) { QTest::keyClick(this, key); }
+
     QImage picture;
     cSubClass hook;
     cDatesView dates;
@@ -371,9 +377,9 @@ TEST(StripOnAForm, MinutesOnlyModeShowsTheRoundedMinute) {
     EXPECT_TRUE(f.dates.MySecondLabel.Empty());
     EXPECT_EQ(f.dates.Fields_Shown().back(), "Minute");
     f.show();
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyMinuteLabel));
-    QTest::keyClick(&f, '+');
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Click(f.dates.MyMinuteLabel);
+    f.Keys("+");
+    f.Key(Qt::Key_Escape);
     ASSERT_EQ(f.changes.size(), 1u);
     EXPECT_DOUBLE_EQ(f.changes[0], Calc_JD(Date(2011, 7, 4, 12, 36, 0), false));
 }
@@ -388,13 +394,12 @@ TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
         offered = captions;
         return choice;
     };
-    auto rightClick = [&](const Rect& r) { QTest::mouseClick(&f, Qt::RightButton, {}, Centre(r)); };
 
     // 100 BC to AD 100: the calendar stays Julian and no event is raised.
     f.dates.Set_Calendar(true);
     f.dates.Set_LMT(Date(-100, 6, 1), true);
     f.calendars.clear();
-    rightClick(f.dates.MyYearLabel);
+    f.Click(f.dates.MyYearLabel, Qt::RightButton);
     EXPECT_EQ(offered, (std::vector<std::string>{"Use Gregorian Calender", "AD"}));
     EXPECT_EQ(f.bitmaps, "release restore ");
     EXPECT_EQ(f.dates.MySystemTime.wYear, 100);
@@ -405,7 +410,7 @@ TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
 
     // 3000 BC to AD 3000 on the Julian calendar: one event, to the Gregorian.
     f.dates.Set_LMT(Date(-3000, 6, 1), true);
-    rightClick(f.dates.MyDayLabel);
+    f.Click(f.dates.MyDayLabel, Qt::RightButton);
     EXPECT_EQ(f.dates.MySystemTime.wYear, 3000);
     EXPECT_EQ(f.calendars, std::vector<bool>{false});
     EXPECT_EQ(f.dates.JulDates, 0);
@@ -413,7 +418,7 @@ TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
 
     // On the zone label "Time Zone" is offered too, and opens the time options.
     choice = "Time Zone";
-    rightClick(f.dates.MyLMTlabel);
+    f.Click(f.dates.MyLMTlabel, Qt::RightButton);
     EXPECT_EQ(offered, (std::vector<std::string>{"Use Julian Calender", "BC", "Time Zone"}));
     EXPECT_EQ(f.timeOptions, 1);
     // A right click off the strip offers nothing.
@@ -443,7 +448,7 @@ TEST(StripOnAForm, TheWordsArePaintedWhereTheyBelong) {
     f.dates.Paint_Dates(false);
     EXPECT_EQ(Dark_Pixels(f.picture, To_QRect(f.dates.MyMonthLabel)), 0);
     f.show();
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyDayLabel));
+    f.Click(f.dates.MyDayLabel);
     EXPECT_FALSE(Edit.Editing);
 }
 
@@ -454,13 +459,12 @@ TEST(StripOnAForm, ADateTimeGroupEditsDayHourAndMinute) {
     f.dates.My_TZ_Bias(60);
     f.dates.Set_LMT(Date(2011, 7, 12, 8, 30, 10), true);
     EXPECT_EQ(f.dates.DTG_Text(), "12/ 08:30 Z+1");
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyHourLabel));
+    f.Click(f.dates.MyHourLabel);
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Hour");
-    QTest::keyClicks(&f, "2");
-    QTest::keyClick(&f, '1');  // 21: the group is complete, the minute opens
+    f.Keys("21");  // the group is complete, the minute opens
     EXPECT_EQ(Edit.Field, "Minute");
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Key(Qt::Key_Escape);
     // The row's owner hears of it through DTG_Change, not DateChange.
     EXPECT_TRUE(f.changes.empty());
     ASSERT_EQ(f.dtgChanges.size(), 1u);
@@ -485,38 +489,33 @@ TEST(LatLongOnAForm, AnglesTypedIntoTheLatitude) {
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Lat");
     EXPECT_EQ(Edit.Class, "Options");
-    QTest::keyClicks(&f, "95");  // above 90: a beep, and the 5 is not taken
+    f.Keys("95");  // above 90: a beep, and the 5 is not taken
     EXPECT_EQ(f.Beeps, 1);
     EXPECT_EQ(Edit_Display_Text(), "9\u00B0 N");
-    QTest::keyClicks(&f, "0 6");  // 90° 6' is past the pole as well
+    f.Keys("0 6");  // 90° 6' is past the pole as well
     EXPECT_EQ(f.Beeps, 2);
-    QTest::keyClick(&f, Qt::Key_Backspace);
-    QTest::keyClick(&f, Qt::Key_Backspace);
-    QTest::keyClick(&f, Qt::Key_Backspace);
-    QTest::keyClicks(&f, "4 6");
-    QTest::keyClick(&f, '0');  // minutes of 60
+    for (int i = 0; i < 3; ++i) f.Key(Qt::Key_Backspace);
+    f.Keys("4 60");  // minutes of 60
     EXPECT_EQ(f.Beeps, 3);
     EXPECT_EQ(Edit_Display_Text(), "4\u00B0 6' N");
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Key(Qt::Key_Escape);
     EXPECT_DOUBLE_EQ(f.pair.Latitude(), 10.0 / kDeg);
     EXPECT_EQ(f.pairChanges, 0);
 
     QTest::mouseClick(&f, Qt::LeftButton, {},
                       QPoint(f.pair.MyLatRect.Left + 8, Centre(f.pair.MyLatRect).y()));
-    QTest::keyClicks(&f, "45 5");
-    QTest::keyClick(&f, '6');
-    QTest::keyClick(&f, '0');  // a third digit of minutes
+    f.Keys("45 560");  // a third digit of minutes
     EXPECT_EQ(f.Beeps, 4);
-    QTest::keyClicks(&f, ".25-");
+    f.Keys(".25-");
     QApplication::processEvents();
     Save_Screenshot(f, "latlong_edit");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(f.pair.Latitude() * kDeg, -(45 + 56.25 / 60), 1e-12);
     EXPECT_EQ(f.pair.LatString, Format_Lat(f.pair.Latitude(), 2, false));
     EXPECT_EQ(f.pairChanges, 1);
 
     // A click on the hemisphere letter of the longitude flips it to the east.
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.pair.Hemisphere_Rect(false)));
+    f.Click(f.pair.Hemisphere_Rect(false));
     EXPECT_DOUBLE_EQ(f.pair.Longitude(), 20.5 / kDeg);
     EXPECT_FALSE(Edit.Editing);
     EXPECT_EQ(f.pairChanges, 2);
@@ -560,27 +559,27 @@ TEST(LatLongOnAForm, TheThreeLayoutsAndTheirEdits) {
 
     // A click on the SHA opens an angle edit of three places of degrees; on the azimuth a
     // course edit in degrees.
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(shaDec.MyLongtRect));
+    f.Click(shaDec.MyLongtRect);
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "SHA");
     EXPECT_EQ(Edit.Class, "CellEdit");
-    QTest::keyClicks(&f, "2583");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Keys("2583");
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(shaDec.SHA() * kDeg, 258 + 3 / 60.0, 1e-12);
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(altAz.MyLongtRect));
+    f.Click(altAz.MyLongtRect);
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Az");
-    QTest::keyClicks(&f, "0905");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Keys("0905");
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(altAz.Azimuth() * kDeg, 90.5, 1e-12);
     // The altitude takes a sign, and stops at 90.
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(altAz.MyLatRect));
+    f.Click(altAz.MyLatRect);
     EXPECT_EQ(Edit.Field, "Alt");
     const int beeps = f.Beeps;
-    QTest::keyClicks(&f, "91");
+    f.Keys("91");
     EXPECT_EQ(f.Beeps, beeps + 1);
-    QTest::keyClicks(&f, " 30-");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Keys(" 30-");
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(altAz.Altitude() * kDeg, -9.5, 1e-12);
     EXPECT_EQ(f.pairChanges, 3);
     f.morePairs.clear();  // the pairs go before the form
@@ -597,7 +596,7 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     f.combo.event1 = [&](myCombo& c) { events.push_back(c.Text); };
     EXPECT_EQ(f.combo.Text, "Canopus");
 
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.combo.Box));
+    f.Click(f.combo.Box);
     ASSERT_TRUE(f.combo.ListVisible);
     QWidget* list = f.combo.List_Window();
     ASSERT_NE(list, nullptr);
@@ -609,10 +608,10 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     // The highlight follows the mouse over the list, and the arrows.
     QTest::mouseMove(list, Centre(f.combo.HighlightRect(3)));
     EXPECT_EQ(f.combo.MyHighlighter, 3);
-    QTest::keyClick(&f, Qt::Key_Down);
+    f.Key(Qt::Key_Down);
     EXPECT_EQ(f.combo.MyHighlighter, 4);
-    QTest::keyClick(&f, Qt::Key_Up);
-    QTest::keyClick(&f, Qt::Key_Up);
+    f.Key(Qt::Key_Up);
+    f.Key(Qt::Key_Up);
     EXPECT_EQ(f.combo.MyHighlighter, 2);
     QApplication::processEvents();
     Save_Screenshot(f, "combo_open");
@@ -626,18 +625,18 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     EXPECT_EQ(events, (std::vector<std::string>{"Vega"}));
 
     // Keys open the list; Enter takes the highlight, Escape leaves the choice.
-    QTest::keyClick(&f, Qt::Key_Down);
+    f.Key(Qt::Key_Down);
     ASSERT_TRUE(f.combo.ListVisible);
-    QTest::keyClick(&f, Qt::Key_Down);
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Key(Qt::Key_Down);
+    f.Key(Qt::Key_Return);
     EXPECT_EQ(f.combo.Text, "Capella");
-    QTest::keyClick(&f, Qt::Key_Down);
-    QTest::keyClick(&f, Qt::Key_Up);
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Key(Qt::Key_Down);
+    f.Key(Qt::Key_Up);
+    f.Key(Qt::Key_Escape);
     EXPECT_EQ(f.combo.Text, "Capella");
     EXPECT_EQ(events.size(), 2u);
     // Losing the focus closes the list.
-    QTest::keyClick(&f, Qt::Key_Down);
+    f.Key(Qt::Key_Down);
     f.combo.TestFocus(false);
     EXPECT_FALSE(f.combo.ListVisible);
 }
