@@ -24,6 +24,7 @@ namespace {
 constexpr double kDeg = 57.2957795130823;
 
 using testing_dates::Date;
+using testing_dates::Type_Through_Fields;
 using namespace ui_test;
 
 // Writes the window as it shows to <build>/screenshots/<name>.png.
@@ -114,15 +115,8 @@ TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
 
     // Each field completes and the next opens: "15", "MAR", "1999", "07", "45", "12".
     Click("Day");
-    for (const auto& [keys, next] :
-         std::vector<std::pair<const char*, const char*>>{{"15", "Month"},
-                                                          {"MAR", "Year"},
-                                                          {"1999", "Hour"},
-                                                          {"07", "Minute"},
-                                                          {"45", "Second"}}) {
-        Type(keys);
-        EXPECT_EQ(Edit.Field, next) << keys;
-    }
+    Type_Through_Fields([&](const char* k) { Type(k); }, {"15", "Month", "MAR", "Year", "1999",
+                                                          "Hour", "07", "Minute", "45", "Second"});
     Type("12");
     EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
     EXPECT_DOUBLE_EQ(Shell.CurrentJD, Calc_JD(Date(1999, 3, 15, 7, 45, 12), false) - zone);

@@ -49,6 +49,7 @@ class Owner : public cDatesOwner {
 };
 
 using testing_dates::Date;
+using testing_dates::Type_Through_Fields;
 
 // The date and time of a record, for comparisons that leave out the weekday.
 std::string S(const MySystemTime& t) {
@@ -434,16 +435,8 @@ TEST_F(Strip, DigitsCompleteAFieldAndMoveOn) {
     Load(2010, 4, 10);
     dates.Begin_Editing("Day");
     // Day 4, above 3, is final; hour 2 then 5 takes the 5, final; minute 7, 6 or more, at once.
-    for (const auto& [keys, next] :
-         std::vector<std::pair<const char*, const char*>>{{"4", "Month"},
-                                                          {"1", "Month"},
-                                                          {"2", "Year"},
-                                                          {"1999", "Hour"},
-                                                          {"25", "Minute"},
-                                                          {"7", "Second"}}) {
-        Type(keys);
-        EXPECT_EQ(Edit.Field, next) << keys;
-    }
+    Type_Through_Fields(Type, {"4", "Month", "1", "Month", "2", "Year", "1999", "Hour", "25",
+                               "Minute", "7", "Second"});
     Type("42");
     EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
     EXPECT_EQ(Shown(), S(Date(1999, 12, 4, 5, 7, 42)));
