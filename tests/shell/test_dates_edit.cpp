@@ -88,6 +88,7 @@ struct Strip : ::testing::Test {
 };
 
 TEST_F(Strip, StepsCarryBorrowSkipYearZeroAndStopAtTheEnds) {
+    // Year 1 minus one and 9999 plus one are stepped in Main's strip by the window tests.
     struct Step {
         MySystemTime from;
         bool julian;
@@ -96,10 +97,8 @@ TEST_F(Strip, StepsCarryBorrowSkipYearZeroAndStopAtTheEnds) {
         MySystemTime to;
     };
     const Step steps[] = {
-        {Date(1, 6, 1), false, "Year", -1, Date(-1, 6, 1)},
         {Date(-1, 6, 1), true, "Year", 1, Date(1, 6, 1)},
         {Date(1, 6, 1), true, "Year", -3, Date(-3, 6, 1)},
-        {Date(9999, 12, 31, 23, 59, 59), false, "Year", 1, Date(9999, 12, 31, 23, 59, 59)},
         {Date(-9999, 1, 1, 0, 0, 0), true, "Year", -5, Date(-9999, 1, 1, 0, 0, 0)},
         {Date(1999, 12, 31, 23, 59, 59), false, "Second", 1, Date(2000, 1, 1, 0, 0, 0)},
         {Date(2000, 1, 1, 0, 0, 0), false, "Minute", -1, Date(1999, 12, 31, 23, 59, 0)},

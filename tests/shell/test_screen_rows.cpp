@@ -231,22 +231,6 @@ TEST_F(ScreenRows, AltAzByPointAndConstellation) {
     ASSERT_LT(has(bySha, star), bySha.Rows);
     EXPECT_EQ(bySha.Labels[17][static_cast<size_t>(has(bySha, star))], "0'.0");
 
-    // Mode 4 at a point with no star within 10°, then within 10': an empty table.
-    Filters.BodyFilterMode = 4;
-    bool found = false;
-    for (int k = 0; k < 40 && !found; ++k) {
-        Filters.CentreA = static_cast<float>((-60.0 + 3.0 * k) * kDeg);
-        Filters.CentreB = static_cast<float>((17.0 + 37.0 * k) * kDeg);
-        Filters.LimitRadius = 600;
-        if (AltAz_Rows(kEvening, false).Rows != 0) continue;
-        Filters.LimitRadius = 10;
-        const AltAzRows none = AltAz_Rows(kEvening, false);
-        EXPECT_EQ(none.Rows, 0);
-        for (const auto& column : none.Labels) EXPECT_TRUE(column.empty());
-        found = true;
-    }
-    EXPECT_TRUE(found);
-
     // Stars to magnitude 8 need the second tier: it is loaded by the rows, when it exists.
     Filters.BodyFilterMode = 1;
     Filters.StarCount = 42078;
