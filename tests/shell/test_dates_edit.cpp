@@ -74,15 +74,6 @@ struct Strip : ::testing::Test {
         dates.Set_LMT(Date(y, m, d, h, mi, s), false);
     }
     std::string Shown() const { return S(dates.MySystemTime); }
-    // Opens `field`, types `keys`, then Return (or Escape to leave what the keys did).
-    void Edit_Field(const char* field, const std::string& keys, bool escape = false) {
-        dates.Begin_Editing(field);
-        Type(keys);
-        if (escape)
-            Edit_Escape();
-        else
-            Edit_Key_Down(vk::Return);
-    }
     Owner owner;
     cDates dates;
 };
@@ -410,25 +401,7 @@ TEST_F(Strip, AStepAcrossASummerTimeRuleMovesTheZoneAtOnce) {
 }
 
 // --------------------------------------------------------------- the date handler
-
-TEST_F(Strip, LettersNameTheMonthAndTwoDigitsTheYear) {
-    // "M" and "J", "93" and "07" in a 2010 year are typed into Main's strip in the window
-    // tests; here the rest of the rules.
-    Load(2010, 7, 4);
-    Edit_Field("Month", "ju");
-    EXPECT_EQ(dates.MySystemTime.wMonth, 6);
-    EXPECT_FALSE(Edit.Editing);
-    // Three letters of a month set it and move on to the year.
-    dates.Begin_Editing("Month");
-    Type("OCT");
-    EXPECT_EQ(dates.MySystemTime.wMonth, 10);
-    EXPECT_EQ(Edit.Field, "Year");
-    Edit_Escape();
-    // In the Julian calendar two digits are a year of the first century.
-    Load(1000, 7, 4, 12, 0, 0, true);
-    Edit_Field("Year", "07");
-    EXPECT_EQ(dates.MySystemTime.wYear, 7);
-}
+// (letters, two-digit years and day limits are typed into Main's strip by the window tests)
 
 TEST_F(Strip, DigitsCompleteAFieldAndMoveOn) {
     Load(2010, 4, 10);
@@ -439,21 +412,6 @@ TEST_F(Strip, DigitsCompleteAFieldAndMoveOn) {
     Type("42");
     EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
     EXPECT_EQ(Shown(), S(Date(1999, 12, 4, 5, 7, 42)));
-}
-
-TEST_F(Strip, DayKeepsToTheMonthLength) {
-    struct Case {
-        MySystemTime date;
-        const char* keys;
-        int day;
-    };
-    // 29 February 1900 in either calendar is typed into Main's strip in the window tests.
-    for (const Case& c : {Case{Date(2000, 2, 10), "29", 29}, Case{Date(2011, 4, 10), "39", 30},
-                          Case{Date(2011, 2, 10), "3", 3}}) {  // in February 3 begins no day
-        Load(c.date.wYear, c.date.wMonth, c.date.wDay);
-        Edit_Field("Day", c.keys, true);
-        EXPECT_EQ(dates.MySystemTime.wDay, c.day) << c.keys;
-    }
 }
 
 TEST_F(Strip, PlusStepsTheFieldAndKeepsTheEditOpen) {
