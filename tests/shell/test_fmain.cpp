@@ -118,18 +118,12 @@ TEST(fMain, ExitAsksAboutSightsThenThePlanAndCancelKeepsTheWindow) {
     QApplication::processEvents();
     Shell.SightsChanged = kTrue;
     Shell.PlanChanged = kTrue;
-    {
-        BoxAnswerer user({QMessageBox::Cancel});
-        EXPECT_FALSE(w.close());
-        EXPECT_EQ(user.Asked, QStringList{sights});
-        EXPECT_TRUE(w.isVisible());
-        EXPECT_NE(Shell.CurrentScreen, nullptr);
-    }
-    {
+    {  // Cancel at the first question is driven through the shell with fake screens
         BoxAnswerer user({QMessageBox::Ok, QMessageBox::Cancel});
         EXPECT_FALSE(w.close());
         EXPECT_EQ(user.Asked, (QStringList{sights, plan}));
         EXPECT_TRUE(w.isVisible());
+        EXPECT_NE(Shell.CurrentScreen, nullptr);
     }
     {
         BoxAnswerer user({QMessageBox::Ok, QMessageBox::Ok});
@@ -140,11 +134,6 @@ TEST(fMain, ExitAsksAboutSightsThenThePlanAndCancelKeepsTheWindow) {
     }
     Shell.SightsChanged = kFalse;
     Shell.PlanChanged = kFalse;
-    fMain unchanged;
-    unchanged.show();
-    BoxAnswerer user({QMessageBox::Cancel});
-    EXPECT_TRUE(unchanged.close());  // nothing changed: nothing asked
-    EXPECT_TRUE(user.Asked.isEmpty());
 }
 
 }  // namespace
