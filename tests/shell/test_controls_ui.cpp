@@ -58,9 +58,7 @@ class MainStrip : public ::testing::Test {
     void Click(const char* field, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(client, button, {}, Centre(Strip().Field_Rect(field)));
     }
-    void Type(const char* keys) {
-        for (const char* k = keys; *k; ++k) QTest::keyClick(client, *k);
-    }
+    void Type(const char* keys) { QTest::keyClicks(client, keys); }
     void Key(Qt::Key key) { QTest::keyClick(client, key); }
     void Wheel_On(const char* field, int delta) {
         Wheel(client, Centre(Strip().Field_Rect(field)), delta);
