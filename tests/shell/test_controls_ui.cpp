@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QTest>
-#include <QWheelEvent>
 #include <memory>
 
 #include "settings/M_Formatting.h"
@@ -14,10 +12,10 @@
 #include "shell/Date_Record.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
+#include "shell/Ui_Screens.h"
 #include "shell/cDatesView.h"
 #include "shell/cLatLongView.h"
 #include "shell/cSubClass.h"
-#include "shell/fMain.h"
 #include "shell/myComboView.h"
 
 namespace kelmoran {
@@ -26,26 +24,12 @@ namespace {
 constexpr double kDeg = 57.2957795130823;
 
 using testing_dates::Date;
+using testing_dates::Type_Through_Fields;
+using namespace ui_test;
 
-QPoint Centre(const Rect& r) {
-    return QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
-}
-
+// Writes the window as it shows to <build>/screenshots/<name>.png.
 void Save_Screenshot(QWidget& w, const char* name) {
-    const QString dir = QString(KELMORAN_BINARY_DIR) + "/screenshots";
-    QDir().mkpath(dir);
-    const QImage shot = w.grab().toImage();
-    ASSERT_FALSE(shot.isNull());
-    EXPECT_TRUE(shot.save(dir + "/" + name + ".png")) << name;
-}
-
-// How many pixels of a rectangle of an image are dark: something has been drawn there.
-int Dark_Pixels(const QImage& image, const QRect& r) {
-    int n = 0;
-    for (int y = r.top(); y <= r.bottom(); ++y)
-        for (int x = r.left(); x <= r.right(); ++x)
-            if (image.valid(x, y) && qGray(image.pixel(x, y)) < 80) ++n;
-    return n;
+    Save_Png(w.grab().toImage(), "screenshots", name);
 }
 
 // ------------------------------------------------------------ the Main screen's strip
@@ -74,15 +58,10 @@ class MainStrip : public ::testing::Test {
     void Click(const char* field, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(client, button, {}, Centre(Strip().Field_Rect(field)));
     }
-    void Type(const char* keys) {
-        for (const char* k = keys; *k; ++k) QTest::keyClick(client, *k);
-    }
+    void Type(const char* keys) { QTest::keyClicks(client, keys); }
     void Key(Qt::Key key) { QTest::keyClick(client, key); }
-    void Wheel(const char* field, int delta) {
-        const QPoint at = Centre(Strip().Field_Rect(field));
-        QWheelEvent e(at, client->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(client, &e);
+    void Wheel_On(const char* field, int delta) {
+        Wheel(client, Centre(Strip().Field_Rect(field)), delta);
     }
     // The moment reached the shell and the screen, and the screen shows it.
     void Expect_Moment(const MySystemTime& date, bool julian = false) {
@@ -121,22 +100,6 @@ TEST_F(MainStrip, LettersAndDigitsTypedIntoTheStripReachCurrentJD) {
     // are to catch up.
     EXPECT_EQ(Shell.Up_To_Date(screen_key::AltAz), kFalse);
     EXPECT_EQ(Shell.Up_To_Date(screen_key::Splash), kTrue);
-
-    Click("Month");
-    Type("J");
-    Key(Qt::Key_Return);
-    Expect_Moment(Date(2010, 1, 4, 9, 15, 30));
-
-    Show(Date(2010, 7, 4, 9, 15, 30));
-    Click("Year");
-    Type("93");
-    Key(Qt::Key_Return);
-    Expect_Moment(Date(1993, 7, 4, 9, 15, 30));
-    Show(Date(2010, 7, 4, 9, 15, 30));
-    Click("Year");
-    Type("07");
-    Key(Qt::Key_Return);
-    Expect_Moment(Date(2007, 7, 4, 9, 15, 30));
 }
 
 TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
@@ -150,16 +113,8 @@ TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
 
     // Each field completes and the next opens: "15", "MAR", "1999", "07", "45", "12".
     Click("Day");
-    Type("15");
-    EXPECT_EQ(Edit.Field, "Month");
-    Type("MAR");
-    EXPECT_EQ(Edit.Field, "Year");
-    Type("1999");
-    EXPECT_EQ(Edit.Field, "Hour");
-    Type("07");
-    EXPECT_EQ(Edit.Field, "Minute");
-    Type("45");
-    EXPECT_EQ(Edit.Field, "Second");
+    Type_Through_Fields([&](const char* k) { Type(k); }, {"15", "Month", "MAR", "Year", "1999",
+                                                          "Hour", "07", "Minute", "45", "Second"});
     Type("12");
     EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
     EXPECT_DOUBLE_EQ(Shell.CurrentJD, Calc_JD(Date(1999, 3, 15, 7, 45, 12), false) - zone);
@@ -183,22 +138,48 @@ TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
     TZ_Bias = 0;
 }
 
-TEST_F(MainStrip, PlusAndMinusRollTheMonth) {
-    Show(Date(2011, 1, 31));
-    Click("Day");
-    Type("+");
-    Expect_Moment(Date(2011, 2, 1));
-    Key(Qt::Key_Escape);
-    Show(Date(2011, 3, 31));
-    Click("Month");
-    Type("-");
-    Expect_Moment(Date(2011, 2, 28));
-    Key(Qt::Key_Escape);
-    Show(Date(2012, 3, 31));
-    Click("Month");
-    Type("-");
-    Expect_Moment(Date(2012, 2, 29));
-    Key(Qt::Key_Escape);
+TEST_F(MainStrip, TheCasesOfTheStripTypedWithRealKeys) {
+    struct Case {
+        MySystemTime from;
+        bool julian;
+        const char *field, *keys;
+        Qt::Key end;
+        MySystemTime to;
+        bool toJulian;
+    };
+    const MySystemTime july = Date(2010, 7, 4, 9, 15, 30);
+    const Case cases[] = {
+        {july, false, "Month", "J", Qt::Key_Return, Date(2010, 1, 4, 9, 15, 30), false},
+        {july, false, "Year", "93", Qt::Key_Return, Date(1993, 7, 4, 9, 15, 30), false},
+        {july, false, "Year", "07", Qt::Key_Return, Date(2007, 7, 4, 9, 15, 30), false},
+        {july, false, "Month", "ju", Qt::Key_Return, Date(2010, 6, 4, 9, 15, 30), false},
+        {july, false, "Month", "OCT", Qt::Key_Escape, Date(2010, 10, 4, 9, 15, 30), false},
+        // In the Julian calendar two digits are a year of the first century.
+        {Date(1000, 7, 4), true, "Year", "07", Qt::Key_Return, Date(7, 7, 4), true},
+        // A day keeps to its month; in February a 3 begins no day.
+        {Date(2000, 2, 10), false, "Day", "29", Qt::Key_Escape, Date(2000, 2, 29), false},
+        {Date(2011, 4, 10), false, "Day", "39", Qt::Key_Escape, Date(2011, 4, 30), false},
+        {Date(2011, 2, 10), false, "Day", "3", Qt::Key_Escape, Date(2011, 2, 3), false},
+        // "+" in Day at a month's end rolls the month; "-" in Month from 31 March ends on
+        // February's last day.
+        {Date(2011, 1, 31), false, "Day", "+", Qt::Key_Escape, Date(2011, 2, 1), false},
+        {Date(2011, 3, 31), false, "Month", "-", Qt::Key_Escape, Date(2011, 2, 28), false},
+        {Date(2012, 3, 31), false, "Month", "-", Qt::Key_Escape, Date(2012, 2, 29), false},
+        // Year 1 minus one step is 1 BC; 9999 plus one stays.
+        {Date(1, 6, 1), true, "Year", "-", Qt::Key_Escape, Date(-1, 6, 1), true},
+        {Date(9999, 6, 1), false, "Year", "+", Qt::Key_Escape, Date(9999, 6, 1), false},
+        // 29 February 1900: refused in the Gregorian calendar, allowed in the Julian.
+        {Date(1900, 2, 10), false, "Day", "29", Qt::Key_Escape, Date(1900, 2, 28), false},
+        {Date(1900, 2, 10), true, "Day", "29", Qt::Key_Escape, Date(1900, 2, 29), true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.field) + " " + c.keys + " from " + std::to_string(c.from.wYear));
+        Show(c.from, c.julian);
+        Click(c.field);
+        Type(c.keys);
+        Key(c.end);
+        Expect_Moment(c.to, c.toJulian);
+    }
 }
 
 TEST_F(MainStrip, EscapeAndAnEmptyEditLeaveTheMoment) {
@@ -220,32 +201,6 @@ TEST_F(MainStrip, EscapeAndAnEmptyEditLeaveTheMoment) {
     // Keys with no edit open are swallowed on Main.
     Type("5+");
     EXPECT_EQ(Shell.CurrentJD, before);
-}
-
-TEST_F(MainStrip, YearsAtTheEndsOfTheRange) {
-    Show(Date(1, 6, 1), true);
-    Click("Year");
-    Type("-");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(-1, 6, 1), true);
-    Show(Date(9999, 6, 1));
-    Click("Year");
-    Type("+");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(9999, 6, 1));
-}
-
-TEST_F(MainStrip, TwentyNinthOfFebruary1900DependsOnTheCalendar) {
-    Show(Date(1900, 2, 10));
-    Click("Day");
-    Type("29");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(1900, 2, 28));
-    Show(Date(1900, 2, 10), true);
-    Click("Day");
-    Type("29");
-    Key(Qt::Key_Escape);
-    Expect_Moment(Date(1900, 2, 29), true);
 }
 
 TEST_F(MainStrip, ThePopUpChangesBCToADAndTheCalendarPast1900) {
@@ -274,27 +229,19 @@ TEST_F(MainStrip, ThePopUpChangesBCToADAndTheCalendarPast1900) {
     EXPECT_EQ(offered, (std::vector<std::string>{"Use Julian Calender", "BC", "Time Zone"}));
     EXPECT_EQ(Shell.CalendarChoice, kTrue);
     Expect_Moment(Date(3000, 6, 1), true);  // the same fields, read in the Julian calendar
-    // Before the reform the Gregorian calendar cannot be chosen.
-    Show(Date(1500, 6, 1), true);
-    Strip().Menu_Chooser = [](const std::vector<std::string>&) {
-        return std::string("Use Gregorian Calender");
-    };
-    Click("Day", Qt::RightButton);
-    EXPECT_EQ(Shell.CalendarChoice, kTrue);
-    Expect_Moment(Date(1500, 6, 1), true);
 }
 
 TEST_F(MainStrip, TheWheelStepsTheFieldUnderTheMouse) {
     Show(Date(2011, 12, 31, 23, 0, 0));
     const double before = Shell.CurrentJD;
-    Wheel("Day", 120);
+    Wheel_On("Day", 120);
     Expect_Moment(Date(2012, 1, 1, 23, 0, 0));
     EXPECT_DOUBLE_EQ(Shell.CurrentJD - before, 1.0);
-    Wheel("Hour", -240);
+    Wheel_On("Hour", -240);
     EXPECT_NEAR(Shell.CurrentJD - before, 1.0 - 2.0 / 24.0, 1e-9);
-    Wheel("Month", 60);  // half a notch does nothing yet
+    Wheel_On("Month", 60);  // half a notch does nothing yet
     EXPECT_NEAR(Shell.CurrentJD - before, 1.0 - 2.0 / 24.0, 1e-9);
-    Wheel("Month", 60);
+    Wheel_On("Month", 60);
     Expect_Moment(Date(2012, 2, 1, 21, 0, 0));
 }
 
@@ -387,6 +334,12 @@ class Form : public QWidget,
     }
     void SysMsg_KeyPress(int32_t c) override { Edit_Key_Press(c); }
 
+    void Click(const Rect& r, Qt::MouseButton b = Qt::LeftButton) {
+        QTest::mouseClick(this, b, {}, Centre(r));
+    }
+    void Keys(const char* keys) { QTest::keyClicks(this, keys); }
+    void Key(Qt::Key key) { QTest::keyClick(this, key); }
+
     QImage picture;
     cSubClass hook;
     cDatesView dates;
@@ -416,9 +369,9 @@ TEST(StripOnAForm, MinutesOnlyModeShowsTheRoundedMinute) {
     EXPECT_TRUE(f.dates.MySecondLabel.Empty());
     EXPECT_EQ(f.dates.Fields_Shown().back(), "Minute");
     f.show();
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyMinuteLabel));
-    QTest::keyClick(&f, '+');
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Click(f.dates.MyMinuteLabel);
+    f.Keys("+");
+    f.Key(Qt::Key_Escape);
     ASSERT_EQ(f.changes.size(), 1u);
     EXPECT_DOUBLE_EQ(f.changes[0], Calc_JD(Date(2011, 7, 4, 12, 36, 0), false));
 }
@@ -433,13 +386,12 @@ TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
         offered = captions;
         return choice;
     };
-    auto rightClick = [&](const Rect& r) { QTest::mouseClick(&f, Qt::RightButton, {}, Centre(r)); };
 
     // 100 BC to AD 100: the calendar stays Julian and no event is raised.
     f.dates.Set_Calendar(true);
     f.dates.Set_LMT(Date(-100, 6, 1), true);
     f.calendars.clear();
-    rightClick(f.dates.MyYearLabel);
+    f.Click(f.dates.MyYearLabel, Qt::RightButton);
     EXPECT_EQ(offered, (std::vector<std::string>{"Use Gregorian Calender", "AD"}));
     EXPECT_EQ(f.bitmaps, "release restore ");
     EXPECT_EQ(f.dates.MySystemTime.wYear, 100);
@@ -450,7 +402,7 @@ TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
 
     // 3000 BC to AD 3000 on the Julian calendar: one event, to the Gregorian.
     f.dates.Set_LMT(Date(-3000, 6, 1), true);
-    rightClick(f.dates.MyDayLabel);
+    f.Click(f.dates.MyDayLabel, Qt::RightButton);
     EXPECT_EQ(f.dates.MySystemTime.wYear, 3000);
     EXPECT_EQ(f.calendars, std::vector<bool>{false});
     EXPECT_EQ(f.dates.JulDates, 0);
@@ -458,7 +410,7 @@ TEST(StripOnAForm, ThePopUpRaisesACalendarEventOnlyWhenAYearPasses1900) {
 
     // On the zone label "Time Zone" is offered too, and opens the time options.
     choice = "Time Zone";
-    rightClick(f.dates.MyLMTlabel);
+    f.Click(f.dates.MyLMTlabel, Qt::RightButton);
     EXPECT_EQ(offered, (std::vector<std::string>{"Use Julian Calender", "BC", "Time Zone"}));
     EXPECT_EQ(f.timeOptions, 1);
     // A right click off the strip offers nothing.
@@ -488,7 +440,7 @@ TEST(StripOnAForm, TheWordsArePaintedWhereTheyBelong) {
     f.dates.Paint_Dates(false);
     EXPECT_EQ(Dark_Pixels(f.picture, To_QRect(f.dates.MyMonthLabel)), 0);
     f.show();
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyDayLabel));
+    f.Click(f.dates.MyDayLabel);
     EXPECT_FALSE(Edit.Editing);
 }
 
@@ -499,13 +451,12 @@ TEST(StripOnAForm, ADateTimeGroupEditsDayHourAndMinute) {
     f.dates.My_TZ_Bias(60);
     f.dates.Set_LMT(Date(2011, 7, 12, 8, 30, 10), true);
     EXPECT_EQ(f.dates.DTG_Text(), "12/ 08:30 Z+1");
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.dates.MyHourLabel));
+    f.Click(f.dates.MyHourLabel);
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Hour");
-    QTest::keyClicks(&f, "2");
-    QTest::keyClick(&f, '1');  // 21: the group is complete, the minute opens
+    f.Keys("21");  // the group is complete, the minute opens
     EXPECT_EQ(Edit.Field, "Minute");
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Key(Qt::Key_Escape);
     // The row's owner hears of it through DTG_Change, not DateChange.
     EXPECT_TRUE(f.changes.empty());
     ASSERT_EQ(f.dtgChanges.size(), 1u);
@@ -530,38 +481,33 @@ TEST(LatLongOnAForm, AnglesTypedIntoTheLatitude) {
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Lat");
     EXPECT_EQ(Edit.Class, "Options");
-    QTest::keyClicks(&f, "95");  // above 90: a beep, and the 5 is not taken
+    f.Keys("95");  // above 90: a beep, and the 5 is not taken
     EXPECT_EQ(f.Beeps, 1);
     EXPECT_EQ(Edit_Display_Text(), "9\u00B0 N");
-    QTest::keyClicks(&f, "0 6");  // 90° 6' is past the pole as well
+    f.Keys("0 6");  // 90° 6' is past the pole as well
     EXPECT_EQ(f.Beeps, 2);
-    QTest::keyClick(&f, Qt::Key_Backspace);
-    QTest::keyClick(&f, Qt::Key_Backspace);
-    QTest::keyClick(&f, Qt::Key_Backspace);
-    QTest::keyClicks(&f, "4 6");
-    QTest::keyClick(&f, '0');  // minutes of 60
+    for (int i = 0; i < 3; ++i) f.Key(Qt::Key_Backspace);
+    f.Keys("4 60");  // minutes of 60
     EXPECT_EQ(f.Beeps, 3);
     EXPECT_EQ(Edit_Display_Text(), "4\u00B0 6' N");
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Key(Qt::Key_Escape);
     EXPECT_DOUBLE_EQ(f.pair.Latitude(), 10.0 / kDeg);
     EXPECT_EQ(f.pairChanges, 0);
 
     QTest::mouseClick(&f, Qt::LeftButton, {},
                       QPoint(f.pair.MyLatRect.Left + 8, Centre(f.pair.MyLatRect).y()));
-    QTest::keyClicks(&f, "45 5");
-    QTest::keyClick(&f, '6');
-    QTest::keyClick(&f, '0');  // a third digit of minutes
+    f.Keys("45 560");  // a third digit of minutes
     EXPECT_EQ(f.Beeps, 4);
-    QTest::keyClicks(&f, ".25-");
+    f.Keys(".25-");
     QApplication::processEvents();
     Save_Screenshot(f, "latlong_edit");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(f.pair.Latitude() * kDeg, -(45 + 56.25 / 60), 1e-12);
     EXPECT_EQ(f.pair.LatString, Format_Lat(f.pair.Latitude(), 2, false));
     EXPECT_EQ(f.pairChanges, 1);
 
     // A click on the hemisphere letter of the longitude flips it to the east.
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.pair.Hemisphere_Rect(false)));
+    f.Click(f.pair.Hemisphere_Rect(false));
     EXPECT_DOUBLE_EQ(f.pair.Longitude(), 20.5 / kDeg);
     EXPECT_FALSE(Edit.Editing);
     EXPECT_EQ(f.pairChanges, 2);
@@ -605,27 +551,27 @@ TEST(LatLongOnAForm, TheThreeLayoutsAndTheirEdits) {
 
     // A click on the SHA opens an angle edit of three places of degrees; on the azimuth a
     // course edit in degrees.
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(shaDec.MyLongtRect));
+    f.Click(shaDec.MyLongtRect);
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "SHA");
     EXPECT_EQ(Edit.Class, "CellEdit");
-    QTest::keyClicks(&f, "2583");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Keys("2583");
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(shaDec.SHA() * kDeg, 258 + 3 / 60.0, 1e-12);
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(altAz.MyLongtRect));
+    f.Click(altAz.MyLongtRect);
     ASSERT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Field, "Az");
-    QTest::keyClicks(&f, "0905");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Keys("0905");
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(altAz.Azimuth() * kDeg, 90.5, 1e-12);
     // The altitude takes a sign, and stops at 90.
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(altAz.MyLatRect));
+    f.Click(altAz.MyLatRect);
     EXPECT_EQ(Edit.Field, "Alt");
     const int beeps = f.Beeps;
-    QTest::keyClicks(&f, "91");
+    f.Keys("91");
     EXPECT_EQ(f.Beeps, beeps + 1);
-    QTest::keyClicks(&f, " 30-");
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Keys(" 30-");
+    f.Key(Qt::Key_Return);
     EXPECT_NEAR(altAz.Altitude() * kDeg, -9.5, 1e-12);
     EXPECT_EQ(f.pairChanges, 3);
     f.morePairs.clear();  // the pairs go before the form
@@ -642,7 +588,7 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     f.combo.event1 = [&](myCombo& c) { events.push_back(c.Text); };
     EXPECT_EQ(f.combo.Text, "Canopus");
 
-    QTest::mouseClick(&f, Qt::LeftButton, {}, Centre(f.combo.Box));
+    f.Click(f.combo.Box);
     ASSERT_TRUE(f.combo.ListVisible);
     QWidget* list = f.combo.List_Window();
     ASSERT_NE(list, nullptr);
@@ -654,10 +600,10 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     // The highlight follows the mouse over the list, and the arrows.
     QTest::mouseMove(list, Centre(f.combo.HighlightRect(3)));
     EXPECT_EQ(f.combo.MyHighlighter, 3);
-    QTest::keyClick(&f, Qt::Key_Down);
+    f.Key(Qt::Key_Down);
     EXPECT_EQ(f.combo.MyHighlighter, 4);
-    QTest::keyClick(&f, Qt::Key_Up);
-    QTest::keyClick(&f, Qt::Key_Up);
+    f.Key(Qt::Key_Up);
+    f.Key(Qt::Key_Up);
     EXPECT_EQ(f.combo.MyHighlighter, 2);
     QApplication::processEvents();
     Save_Screenshot(f, "combo_open");
@@ -671,18 +617,18 @@ TEST(ComboOnAForm, TheListFollowsMouseAndArrowsAndRaisesItsEvent) {
     EXPECT_EQ(events, (std::vector<std::string>{"Vega"}));
 
     // Keys open the list; Enter takes the highlight, Escape leaves the choice.
-    QTest::keyClick(&f, Qt::Key_Down);
+    f.Key(Qt::Key_Down);
     ASSERT_TRUE(f.combo.ListVisible);
-    QTest::keyClick(&f, Qt::Key_Down);
-    QTest::keyClick(&f, Qt::Key_Return);
+    f.Key(Qt::Key_Down);
+    f.Key(Qt::Key_Return);
     EXPECT_EQ(f.combo.Text, "Capella");
-    QTest::keyClick(&f, Qt::Key_Down);
-    QTest::keyClick(&f, Qt::Key_Up);
-    QTest::keyClick(&f, Qt::Key_Escape);
+    f.Key(Qt::Key_Down);
+    f.Key(Qt::Key_Up);
+    f.Key(Qt::Key_Escape);
     EXPECT_EQ(f.combo.Text, "Capella");
     EXPECT_EQ(events.size(), 2u);
     // Losing the focus closes the list.
-    QTest::keyClick(&f, Qt::Key_Down);
+    f.Key(Qt::Key_Down);
     f.combo.TestFocus(false);
     EXPECT_FALSE(f.combo.ListVisible);
 }
@@ -741,18 +687,25 @@ class Recorder : public SysMsgSink {
     int cursors = 0;
 };
 
-TEST(Hook, MouseEventsCarryButtonShiftAndPosition) {
+// A window hooked to a recorder, shown, with the log of its showing cleared.
+class HookedWindow : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        window.resize(300, 200);
+        ASSERT_TRUE(hook.SubClass(&window));
+        window.show();
+        QApplication::processEvents();
+        r.log.clear();
+    }
     QWidget window;
-    window.resize(300, 200);
     Recorder r;
-    cSubClass hook(&r);
-    ASSERT_TRUE(hook.SubClass(&window));
+    cSubClass hook{&r};
+};
+
+TEST_F(HookedWindow, MouseEventsCarryButtonShiftAndPosition) {
     cSubClass second(&r);
     EXPECT_FALSE(second.SubClass(&window));  // hooked already: nothing happens
-    window.show();
-    QApplication::processEvents();
     EXPECT_TRUE(window.testAttribute(Qt::WA_OpaquePaintEvent));
-    r.log.clear();
     QTest::mouseClick(&window, Qt::RightButton, Qt::ShiftModifier | Qt::ControlModifier,
                       QPoint(40, 50));
     QTest::mouseClick(&window, Qt::LeftButton, {}, QPoint(7, 8));
@@ -776,15 +729,7 @@ TEST(Hook, MouseEventsCarryButtonShiftAndPosition) {
     EXPECT_TRUE(second.SubClass(&window));  // released: another may hook it
 }
 
-TEST(Hook, FocusDoubleClicksButtonsHeldAndTheSpecialWindows) {
-    QWidget window;
-    window.resize(300, 200);
-    Recorder r;
-    cSubClass hook(&r);
-    hook.SubClass(&window);
-    window.show();
-    QApplication::processEvents();
-    r.log.clear();
+TEST_F(HookedWindow, FocusDoubleClicksButtonsHeldAndTheSpecialWindows) {
     QEvent on(QEvent::WindowActivate), off(QEvent::WindowDeactivate);
     QApplication::sendEvent(&window, &on);
     QApplication::sendEvent(&window, &off);
@@ -841,13 +786,8 @@ TEST(Hook, TheColumnOfAPixelAndTheTenthColumnOfTheLunations) {
     EXPECT_EQ(HScroll_Column_Step(5, ScrollAction::Top, 0, headings, 3, false), 0);
 }
 
-TEST(Hook, ScrollBarsStepByRowsPixelsOrWholeColumns) {
-    QWidget window;
+TEST_F(HookedWindow, ScrollBarsStepByRowsPixelsOrWholeColumns) {
     window.resize(400, 300);
-    Recorder r;
-    cSubClass hook(&r);
-    hook.SubClass(&window);
-    window.show();
     QApplication::processEvents();
     r.log.clear();
     hook.Set_VScroll_Info(99, 100);  // the range does not exceed the page: no bar
@@ -896,9 +836,3 @@ TEST(Hook, ScrollBarsStepByRowsPixelsOrWholeColumns) {
 
 }  // namespace
 }  // namespace kelmoran
-
-int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

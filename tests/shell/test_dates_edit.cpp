@@ -49,6 +49,7 @@ class Owner : public cDatesOwner {
 };
 
 using testing_dates::Date;
+using testing_dates::Type_Through_Fields;
 
 // The date and time of a record, for comparisons that leave out the weekday.
 std::string S(const MySystemTime& t) {
@@ -56,6 +57,10 @@ std::string S(const MySystemTime& t) {
     std::snprintf(buf, sizeof buf, "%d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay,
                   t.wHour, t.wMinute, t.wSecond);
     return buf;
+}
+
+void Type(const std::string& keys) {
+    for (char c : keys) Edit_Key_Press(static_cast<unsigned char>(c));
 }
 
 struct Strip : ::testing::Test {
@@ -68,54 +73,45 @@ struct Strip : ::testing::Test {
         dates.Set_Calendar(julian);
         dates.Set_LMT(Date(y, m, d, h, mi, s), false);
     }
-    void Type(const std::string& keys) {
-        for (char c : keys) Edit_Key_Press(static_cast<unsigned char>(c));
-    }
+    std::string Shown() const { return S(dates.MySystemTime); }
     Owner owner;
     cDates dates;
 };
 
-TEST_F(Strip, YearsSkipZeroAndStopAtTheEndsOfTheRange) {
-    Load(1, 6, 1);
-    dates.IncrementYear(-1);
-    EXPECT_EQ(dates.MySystemTime.wYear, -1);
-    dates.IncrementYear(1);
-    EXPECT_EQ(dates.MySystemTime.wYear, 1);
-    dates.IncrementYear(-3);
-    EXPECT_EQ(dates.MySystemTime.wYear, -3);
+TEST_F(Strip, StepsCarryBorrowSkipYearZeroAndStopAtTheEnds) {
+    // Year 1 minus one and 9999 plus one are stepped in Main's strip by the window tests.
+    struct Step {
+        MySystemTime from;
+        bool julian;
+        const char* field;
+        int32_t by;
+        MySystemTime to;
+    };
+    const Step steps[] = {
+        {Date(-1, 6, 1), true, "Year", 1, Date(1, 6, 1)},
+        {Date(1, 6, 1), true, "Year", -3, Date(-3, 6, 1)},
+        {Date(-9999, 1, 1, 0, 0, 0), true, "Year", -5, Date(-9999, 1, 1, 0, 0, 0)},
+        {Date(1999, 12, 31, 23, 59, 59), false, "Second", 1, Date(2000, 1, 1, 0, 0, 0)},
+        {Date(2000, 1, 1, 0, 0, 0), false, "Minute", -1, Date(1999, 12, 31, 23, 59, 0)},
+        {Date(2001, 3, 1, 0, 30), false, "Hour", -1, Date(2001, 2, 28, 23, 30)},
+        {Date(2000, 1, 31), false, "Day", 1, Date(2000, 2, 1)},
+        {Date(2000, 2, 1), false, "Day", 29, Date(2000, 3, 1)},  // past 29 February
+        {Date(2000, 3, 1), false, "Month", -3, Date(1999, 12, 1)},
+        {Date(1999, 12, 1), false, "Month", 13, Date(2001, 1, 1)},
+        // A borrow from 1 January AD 1 goes to 31 December 1 BC.
+        {Date(1, 1, 1, 0, 0, 0), true, "Day", -1, Date(-1, 12, 31, 0, 0, 0)},
+    };
+    for (const Step& s : steps) {
+        Load(s.from.wYear, s.from.wMonth, s.from.wDay, s.from.wHour, s.from.wMinute, s.from.wSecond,
+             s.julian);
+        dates.Increment_Field(s.field, s.by);
+        EXPECT_EQ(Shown(), S(s.to)) << S(s.from) << " " << s.field << " " << s.by;
+    }
+    // Nothing goes past 9999.
     Load(9999, 12, 31, 23, 59, 59);
-    dates.IncrementYear(1);
-    EXPECT_EQ(dates.MySystemTime.wYear, 9999);
-    dates.IncrementSecond(1);  // the last second stays where it is: nothing past 9999
+    dates.IncrementSecond(1);
     EXPECT_EQ(dates.MySystemTime.wYear, 9999);
     EXPECT_EQ(dates.MySystemTime.wMonth, 12);
-    Load(-9999, 1, 1, 0, 0, 0, true);
-    dates.IncrementYear(-5);
-    EXPECT_EQ(dates.MySystemTime.wYear, -9999);
-}
-
-TEST_F(Strip, StepsCarryAndBorrowThroughEveryField) {
-    Load(1999, 12, 31, 23, 59, 59);
-    dates.IncrementSecond(1);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2000, 1, 1, 0, 0, 0)));
-    dates.IncrementMinute(-1);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(1999, 12, 31, 23, 59, 0)));
-    Load(2001, 3, 1, 0, 30);
-    dates.IncrementHour(-1);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2001, 2, 28, 23, 30)));
-    Load(2000, 1, 31);
-    dates.IncrementDay(1);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2000, 2, 1)));
-    dates.IncrementDay(29);  // past 29 February of a leap year
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2000, 3, 1)));
-    dates.IncrementMonth(-3);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(1999, 12, 1)));
-    dates.IncrementMonth(13);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2001, 1, 1)));
-    // A borrow from 1 January AD 1 goes to 31 December 1 BC.
-    Load(1, 1, 1, 0, 0, 0, true);
-    dates.IncrementDay(-1);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(-1, 12, 31, 0, 0, 0)));
     // Large steps land where a day count says they should.
     Load(2010, 5, 17, 6);
     const double before = dates.My_JD();
@@ -126,15 +122,17 @@ TEST_F(Strip, StepsCarryAndBorrowThroughEveryField) {
 }
 
 TEST_F(Strip, MonthLengthsFollowTheControlsCalendar) {
-    dates.Set_Calendar(false);
-    EXPECT_EQ(dates.Get_Month_Length(2, 1900), 28);
-    EXPECT_EQ(dates.Get_Month_Length(2, 2000), 29);
-    EXPECT_EQ(dates.Get_Month_Length(2, 2001), 28);
-    EXPECT_EQ(dates.Get_Month_Length(9, 2001), 30);
-    EXPECT_EQ(dates.Get_Month_Length(12, 2001), 31);
-    dates.Set_Calendar(true);
-    EXPECT_EQ(dates.Get_Month_Length(2, 1900), 29);
-    EXPECT_EQ(dates.Get_Month_Length(2, 2000), 29);
+    struct Length {
+        bool julian;
+        int month, year, days;
+    };
+    for (const Length& l :
+         {Length{false, 2, 1900, 28}, Length{false, 2, 2000, 29}, Length{false, 2, 2001, 28},
+          Length{false, 9, 2001, 30}, Length{false, 12, 2001, 31}, Length{true, 2, 1900, 29},
+          Length{true, 2, 2000, 29}}) {
+        dates.Set_Calendar(l.julian);
+        EXPECT_EQ(dates.Get_Month_Length(l.month, l.year), l.days) << l.month << "/" << l.year;
+    }
     Load(2011, 2, 14);
     EXPECT_EQ(dates.DateGet("MonthLength"), 28);
     EXPECT_EQ(dates.DateGet("NextDay"), 15);
@@ -152,44 +150,22 @@ TEST_F(Strip, DateSetKeepsTheSignOfTheYearAndTrimsTheDay) {
     EXPECT_EQ(dates.MySystemTime.wYear, -1);
     Load(2011, 1, 31);
     dates.DateSet("Month", 2);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 2, 28)));
+    EXPECT_EQ(Shown(), S(Date(2011, 2, 28)));
 }
 
-TEST_F(Strip, ChangeBetweenBCAndADMovesTheCalendarOnlyPast1900) {
-    Load(-100, 6, 1, 12, 0, 0, true);
-    owner.calendars.clear();
-    dates.ChangeAD_BC();
-    EXPECT_EQ(dates.MySystemTime.wYear, 100);
-    EXPECT_TRUE(owner.calendars.empty());
-    EXPECT_NE(dates.JulDates, 0);
-
-    Load(-3000, 6, 1, 12, 0, 0, true);
-    owner.calendars.clear();
-    dates.ChangeAD_BC();
-    EXPECT_EQ(dates.MySystemTime.wYear, 3000);
-    ASSERT_EQ(owner.calendars.size(), 1u);
-    EXPECT_FALSE(owner.calendars[0]);
-    EXPECT_EQ(dates.JulDates, 0);
-    ASSERT_FALSE(owner.changes.empty());
-    EXPECT_DOUBLE_EQ(owner.changes.back(), Calc_JD(Date(3000, 6, 1), false));
-
-    // A Gregorian date before 15 October 1582 goes over to the Julian calendar.
+TEST_F(Strip, ChangingEraBeforeTheReformGoesOverToTheJulianCalendar) {
+    // (100 BC and 3000 BC to AD are driven through a real pop-up in the window tests.)
     Load(1600, 1, 1);
-    owner.calendars.clear();
     dates.ChangeAD_BC();
-    ASSERT_EQ(owner.calendars.size(), 1u);
-    EXPECT_TRUE(owner.calendars[0]);
+    EXPECT_EQ(owner.calendars, std::vector<bool>{true});
 }
 
 TEST_F(Strip, MinutesOnlyModeRoundsToTheWholeMinute) {
     dates.Configure_Standard_Dates(true, &owner, 1000);
-    dates.Set_LMT(Date(2011, 7, 4, 12, 34, 45), false);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12, 35, 0)));
     dates.Set_LMT(Date(2011, 12, 31, 23, 59, 30), false);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2012, 1, 1, 0, 0, 0)));
+    EXPECT_EQ(Shown(), S(Date(2012, 1, 1, 0, 0, 0)));
     dates.MyTime(Calc_JD(Date(2011, 7, 4, 12, 34, 29), false));
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12, 34, 0)));
-    EXPECT_TRUE(dates.MySecondLabel.Empty());
+    EXPECT_EQ(Shown(), S(Date(2011, 7, 4, 12, 34, 0)));
 }
 
 TEST_F(Strip, TheMouseTakesTheFieldUnderItOrTheNearest) {
@@ -250,33 +226,27 @@ TEST_F(Strip, LabelsStandLeftToRightFourPixelsApart) {
 TEST_F(Strip, EachConfigurationHasItsPlaceAndFields) {
     using Fields = std::vector<std::string>;
     const Fields all = {"Day", "Month", "Year", "Hour", "Minute", "Second"};
+    const Fields noSecond(all.begin(), all.end() - 1);
+    using Configure = std::function<void(cDates&)>;
     struct Case {
         const char* name;
-        std::function<void(cDates&)> configure;
+        Configure configure;
         int32_t left, top;
         Fields fields;
     };
     const Case cases[] = {
         {"standard", [&](cDates& d) { d.Configure_Standard_Dates(false, &owner, 1000); }, 152, 5,
          all},
-        {"standard, minutes only",
-         [&](cDates& d) { d.Configure_Standard_Dates(true, &owner, 1000); }, 152, 5,
-         Fields(all.begin(), all.end() - 1)},
-        {"lunations",
-         [&](cDates& d) { d.Configure_Lunation_Dates(&owner, 1000); },
-         152,
-         5,
-         {"Year"}},
+        {"minutes only", [&](cDates& d) { d.Configure_Standard_Dates(true, &owner, 1000); }, 152, 5,
+         noSecond},
+        {"lunations", [&](cDates& d) { d.Configure_Lunation_Dates(&owner, 1000); }, 152, 5,
+         Fields{"Year"}},
         {"sights", [&](cDates& d) { d.Configure_Sight_Dates(&owner, 1000); }, 125, 2, all},
         {"almanac", [&](cDates& d) { d.Configure_Almanac_Dates(&owner, 1000); }, 152, 5, all},
         {"atlas", [&](cDates& d) { d.Configure_StarPlot_Dates(&owner, 1000); }, 25, 2, all},
-        {"voyage row", [&](cDates& d) { d.Configure_NavPlan_Dates(7, &owner); }, 0, 0,
-         Fields(all.begin(), all.end() - 1)},
-        {"date-time group",
-         [&](cDates& d) { d.Configure_for_DTG(3, &owner); },
-         0,
-         0,
-         {"Day", "Hour", "Minute"}},
+        {"voyage row", [&](cDates& d) { d.Configure_NavPlan_Dates(7, &owner); }, 0, 0, noSecond},
+        {"date-time group", [&](cDates& d) { d.Configure_for_DTG(3, &owner); }, 0, 0,
+         Fields{"Day", "Hour", "Minute"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -286,10 +256,10 @@ TEST_F(Strip, EachConfigurationHasItsPlaceAndFields) {
         EXPECT_EQ(d.MyFrame.Top, c.top);
         EXPECT_EQ(d.Fields_Shown(), c.fields);
         // Every field shown can be clicked to open its own edit.
-        for (const std::string& f : d.Fields_Shown()) {
-            const Rect r = d.Field_Rect(f);
-            EXPECT_EQ(d.Field_At((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2), f);
-        }
+        for (const std::string& f : d.Fields_Shown())
+            EXPECT_EQ(d.Field_At((d.Field_Rect(f).Left + d.Field_Rect(f).Right) / 2,
+                                 (d.Field_Rect(f).Top + d.Field_Rect(f).Bottom) / 2),
+                      f);
     }
     cDates lunation;
     lunation.Configure_Lunation_Dates(&owner, 1000);
@@ -307,37 +277,37 @@ TEST_F(Strip, EachConfigurationHasItsPlaceAndFields) {
 }
 
 TEST_F(Strip, TheWordsRoundTheFields) {
-    // 1 January 2000 was a Saturday, 1 January 1970 a Thursday.
-    Load(2000, 1, 1);
-    EXPECT_EQ(dates.Weekday_Text(), "Saturday");
-    EXPECT_EQ(dates.Era_Text(), "");
-    EXPECT_EQ(dates.Julian_Text(), "");
+    struct Words {
+        MySystemTime date;
+        bool julian;
+        const char *weekday, *era, *julianMark;
+    };
+    // 1 January 2000 was a Saturday; 4 October 1582 in the Julian calendar a Thursday, and
+    // the next day, 15 October, a Friday. A Gregorian year 2000 read as Julian is marked.
+    const Words cases[] = {{Date(2000, 1, 1), false, "Saturday", "", ""},
+                           {Date(1582, 10, 4), true, "Thursday", "", "Julian       "},
+                           {Date(-44, 3, 15), true, nullptr, "BC", nullptr},
+                           {Date(800, 12, 25), true, nullptr, "AD", nullptr},
+                           {Date(2000, 1, 1), true, nullptr, nullptr, "Julian       "}};
+    const auto check = [](const char* want, const std::string& got, const MySystemTime& d) {
+        if (want) {
+            EXPECT_EQ(got, want) << S(d);
+        }
+    };
+    for (const Words& w : cases) {
+        Load(w.date.wYear, w.date.wMonth, w.date.wDay, 12, 0, 0, w.julian);
+        check(w.weekday, dates.Weekday_Text(), w.date);
+        check(w.era, dates.Era_Text(), w.date);
+        check(w.julianMark, dates.Julian_Text(), w.date);
+    }
+    Load(-44, 3, 15, 12, 0, 0, true);
+    EXPECT_EQ(dates.Field_Text("Year"), "44");
     dates.ShortNames = kTrue;
     Load(1970, 1, 1);
     EXPECT_EQ(dates.Weekday_Text(), "Thur");
     EXPECT_EQ(dates.Field_Text("Month"), "Jan");
     dates.ShortNames = kFalse;
     EXPECT_EQ(dates.Field_Text("Month"), "January");
-    // The same day in the two calendars falls on different weekdays: 4 October 1582 in the
-    // Julian calendar was a Thursday, and the next day 15 October a Friday.
-    Load(1582, 10, 4, 12, 0, 0, true);
-    EXPECT_EQ(dates.Weekday_Text(), "Thursday");
-    EXPECT_EQ(dates.Julian_Text(), "Julian       ");
-    EXPECT_EQ(dates.Era_Text(), "");
-    Load(-44, 3, 15, 12, 0, 0, true);
-    EXPECT_EQ(dates.Era_Text(), "BC");
-    EXPECT_EQ(dates.Field_Text("Year"), "44");
-    Load(800, 12, 25, 12, 0, 0, true);
-    EXPECT_EQ(dates.Era_Text(), "AD");
-    // A Gregorian year 2000 read in the Julian calendar is still marked.
-    Load(2000, 1, 1, 12, 0, 0, true);
-    EXPECT_EQ(dates.Julian_Text(), "Julian       ");
-
-    cDates dtg;
-    dtg.Configure_for_DTG(0, &owner);
-    dtg.My_TZ_Bias(60);
-    dtg.Set_LMT(Date(2011, 7, 12, 8, 30, 10), false);
-    EXPECT_EQ(dtg.DTG_Text(), "12/ 08:30 Z+1");
 }
 
 TEST_F(Strip, TheGregorianCalendarBeginsOn15October1582) {
@@ -364,26 +334,27 @@ TEST_F(Strip, TheGregorianCalendarBeginsOn15October1582) {
 
 TEST_F(Strip, AMomentBeforeTheReformLoadsInTheJulianCalendar) {
     dates.Set_Calendar(false);
-    owner.calendars.clear();
     const double moment = Calc_JD(Date(1000, 7, 4, 6, 30), true);
     dates.MyTime(moment);
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(1000, 7, 4, 6, 30)));
+    EXPECT_EQ(Shown(), S(Date(1000, 7, 4, 6, 30)));
     EXPECT_NE(dates.JulDates, 0);
     EXPECT_EQ(owner.calendars, std::vector<bool>{true});
     EXPECT_DOUBLE_EQ(dates.My_JD(), moment);
-    // The day before the reform and the reform itself, loaded on the Gregorian calendar.
-    dates.Set_Calendar(false);
-    dates.MyTime(Calc_JD(Date(1582, 10, 4, 12), true));
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(1582, 10, 4, 12)));
-    EXPECT_NE(dates.JulDates, 0);
-    dates.Set_Calendar(false);
-    dates.MyTime(Calc_JD(Date(1582, 10, 15, 12), false));
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(1582, 10, 15, 12)));
-    EXPECT_EQ(dates.JulDates, 0);
-    // The Julian calendar stays with a control that has it, on any date.
-    dates.Set_Calendar(true);
-    dates.MyTime(Calc_JD(Date(2011, 7, 4, 12), true));
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 7, 4, 12)));
+    // The day before the reform and the reform itself, loaded on the Gregorian calendar;
+    // the Julian calendar stays with a control that has it, on any date.
+    struct Case {
+        bool startJulian;
+        MySystemTime date;
+        bool julian;
+    };
+    for (const Case& c :
+         {Case{false, Date(1582, 10, 4, 12), true}, Case{false, Date(1582, 10, 15, 12), false},
+          Case{true, Date(2011, 7, 4, 12), true}}) {
+        dates.Set_Calendar(c.startJulian);
+        dates.MyTime(Calc_JD(c.date, c.julian));
+        EXPECT_EQ(Shown(), S(c.date));
+        EXPECT_EQ(dates.JulDates != 0, c.julian) << S(c.date);
+    }
 }
 
 TEST_F(Strip, AStepAcrossASummerTimeRuleMovesTheZoneAtOnce) {
@@ -422,165 +393,44 @@ TEST_F(Strip, AStepAcrossASummerTimeRuleMovesTheZoneAtOnce) {
 }
 
 // --------------------------------------------------------------- the date handler
-
-TEST_F(Strip, MonthByLettersAndYearByTwoDigits) {
-    Load(2010, 7, 4);
-    dates.Begin_Editing("Month");
-    Type("M");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(dates.MySystemTime.wMonth, 3);
-    EXPECT_FALSE(Edit.Editing);
-    dates.Begin_Editing("Month");
-    Type("j");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(dates.MySystemTime.wMonth, 1);
-    dates.Begin_Editing("Month");
-    Type("ju");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(dates.MySystemTime.wMonth, 6);
-    // Three letters of a month set it and move on to the year.
-    dates.Begin_Editing("Month");
-    Type("OCT");
-    EXPECT_EQ(dates.MySystemTime.wMonth, 10);
-    EXPECT_EQ(Edit.Field, "Year");
-    Type("93");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(dates.MySystemTime.wYear, 1993);
-    Load(2010, 7, 4);
-    dates.Begin_Editing("Year");
-    Type("07");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(dates.MySystemTime.wYear, 2007);
-    // In the Julian calendar two digits are a year of the first century.
-    Load(1000, 7, 4, 12, 0, 0, true);
-    dates.Begin_Editing("Year");
-    Type("07");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(dates.MySystemTime.wYear, 7);
-}
+// (letters, two-digit years and day limits are typed into Main's strip by the window tests)
 
 TEST_F(Strip, DigitsCompleteAFieldAndMoveOn) {
     Load(2010, 4, 10);
     dates.Begin_Editing("Day");
-    Type("4");  // above 3: final
-    EXPECT_EQ(dates.MySystemTime.wDay, 4);
-    EXPECT_EQ(Edit.Field, "Month");
-    Type("1");
-    EXPECT_EQ(Edit.Field, "Month");
-    Type("2");
-    EXPECT_EQ(dates.MySystemTime.wMonth, 12);
-    EXPECT_EQ(Edit.Field, "Year");
-    Type("1999");
-    EXPECT_EQ(dates.MySystemTime.wYear, 1999);
-    EXPECT_EQ(Edit.Field, "Hour");
-    Type("25");  // 2 then 5: the 5 replaces, and is final
-    EXPECT_EQ(dates.MySystemTime.wHour, 5);
-    Type("7");  // 6 or more is final at once
-    EXPECT_EQ(dates.MySystemTime.wMinute, 7);
+    // Day 4, above 3, is final; hour 2 then 5 takes the 5, final; minute 7, 6 or more, at once.
+    Type_Through_Fields(Type, {"4", "Month", "1", "Month", "2", "Year", "1999", "Hour", "25",
+                               "Minute", "7", "Second"});
     Type("42");
-    EXPECT_EQ(dates.MySystemTime.wSecond, 42);
     EXPECT_FALSE(Edit.Editing);  // the last field ends the edit
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(1999, 12, 4, 5, 7, 42)));
-    // Space and Tab commit and go to the next field.
-    dates.Begin_Editing("Day");
-    Type("1 ");
-    EXPECT_EQ(dates.MySystemTime.wDay, 1);
-    EXPECT_EQ(Edit.Field, "Month");
-    Edit_Key_Down(vk::Tab);
-    EXPECT_EQ(Edit.Field, "Year");
-    Edit_Escape();
+    EXPECT_EQ(Shown(), S(Date(1999, 12, 4, 5, 7, 42)));
 }
 
-TEST_F(Strip, DayKeepsToTheMonthLength) {
-    Load(1900, 2, 10);
-    dates.Begin_Editing("Day");
-    Type("29");
-    EXPECT_EQ(dates.MySystemTime.wDay, 28);  // no 29 February 1900 in the Gregorian
-    Edit_Escape();
-    Load(1900, 2, 10, 12, 0, 0, true);
-    dates.Begin_Editing("Day");
-    Type("29");
-    EXPECT_EQ(dates.MySystemTime.wDay, 29);
-    Edit_Escape();
-    Load(2000, 2, 10);
-    dates.Begin_Editing("Day");
-    Type("29");
-    EXPECT_EQ(dates.MySystemTime.wDay, 29);
-    Edit_Escape();
-    Load(2011, 4, 10);
-    dates.Begin_Editing("Day");
-    Type("39");
-    EXPECT_EQ(dates.MySystemTime.wDay, 30);
-    Edit_Escape();
-    Load(2011, 2, 10);
-    dates.Begin_Editing("Day");
-    Type("3");  // in February a 3 cannot begin a day
-    EXPECT_EQ(dates.MySystemTime.wDay, 3);
-    Edit_Escape();
-}
-
-TEST_F(Strip, PlusAndMinusStepTheFieldWithItsCarries) {
+TEST_F(Strip, PlusStepsTheFieldAndKeepsTheEditOpen) {
     Load(2011, 1, 31);
     dates.Begin_Editing("Day");
     owner.changes.clear();
     Type("+");
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 2, 1)));
+    EXPECT_EQ(Shown(), S(Date(2011, 2, 1)));
     EXPECT_EQ(owner.changes.size(), 1u);
     EXPECT_TRUE(Edit.Editing);
     EXPECT_EQ(Edit.Text, "1");
     Edit_Escape();
-    Load(2012, 3, 31);
-    dates.Begin_Editing("Month");
-    Type("-");
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2012, 2, 29)));
-    Edit_Escape();
-    Load(2011, 3, 31);
-    dates.Begin_Editing("Month");
-    Type("-");
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 2, 28)));
-    Edit_Escape();
 }
 
-TEST_F(Strip, EscapeAndAnEmptyBufferLeaveTheDate) {
+TEST_F(Strip, AClickElsewhereCommitsWhatWasTyped) {
     Load(2011, 6, 15, 10, 20, 30);
     owner.changes.clear();
-    dates.Begin_Editing("Year");
-    Type("19");
-    Edit_Key_Down(vk::Escape);
-    EXPECT_FALSE(Edit.Editing);
-    EXPECT_FALSE(Shell.Editing);
-    dates.Begin_Editing("Hour");
-    Edit_Key_Down(vk::Return);
     dates.Begin_Editing("Minute");
-    End_Edit();
-    EXPECT_EQ(S(dates.MySystemTime), S(Date(2011, 6, 15, 10, 20, 30)));
+    End_Edit();  // nothing typed: nothing changes
     EXPECT_TRUE(owner.changes.empty());
-    // A click elsewhere ends the edit with a commit of what was typed.
     dates.Begin_Editing("Hour");
     Type("1");
     End_Edit();
     EXPECT_EQ(dates.MySystemTime.wHour, 1);
+    EXPECT_FALSE(Shell.Editing);
     ASSERT_EQ(owner.changes.size(), 1u);
     EXPECT_DOUBLE_EQ(owner.changes[0], Calc_JD(Date(2011, 6, 15, 1, 20, 30), false));
-}
-
-TEST_F(Strip, TheCaretStandsAtTheMeasuredWidthByAlignment) {
-    Load(2011, 6, 15);
-    dates.Begin_Editing("Year");
-    const Rect cell = Edit.Cell;
-    // Nothing typed: the start text "2011" centred, the caret at its start.
-    EXPECT_EQ(Caret_X(), cell.Left + (cell.Width() - 40) / 2);
-    Type("19");
-    EXPECT_EQ(Edit_Display_Text(), "19");
-    EXPECT_EQ(Caret_X(), cell.Left + (cell.Width() - 20) / 2 + 20);
-    Edit_Key_Down(vk::Home);
-    EXPECT_EQ(Caret_X(), cell.Left + (cell.Width() - 20) / 2);
-    // A click puts the caret at the nearest character.
-    Edit_Click(cell.Left + (cell.Width() - 20) / 2 + 12);
-    EXPECT_EQ(Edit.Position, 1);
-    Type("8");  // overtypes the 9
-    EXPECT_EQ(Edit.Buffer, "18");
-    Edit_Escape();
 }
 
 TEST_F(Strip, TheEditOfAFieldTakesItsTextAndItsPlace) {
@@ -624,6 +474,8 @@ class Target : public cEditTarget {
     int commits = 0;
 };
 
+constexpr double kDeg = 57.2957795130823;
+
 struct Engine : ::testing::Test {
     void SetUp() override { Edit = EditSession{}; }
     void Open(const std::string& cls, const std::string& field, double value,
@@ -639,16 +491,70 @@ struct Engine : ::testing::Test {
         r.Text = text;
         Begin_Edit(r);
     }
-    void Type(const std::string& keys) {
-        for (char c : keys) Edit_Key_Press(static_cast<unsigned char>(c));
-    }
     FakeForm form;
     Target target;
 };
 
-constexpr double kDeg = 57.2957795130823;
+TEST_F(Engine, EachHandlerTakesItsFormBeepsAtTheRestAndCommits) {
+    struct Case {
+        const char *cls, *field;
+        double start;
+        const char *startText, *keys;
+        int beeps;          // beeps the keys raise
+        const char* shown;  // the edit's text after the keys, or null
+        bool commit;        // Return, else Escape
+        double value;       // committed
+        const char* text;   // committed text, or null
+    };
+    const double nan = std::nan("");
+    const Case cases[] = {
+        {"CellEdit", "Lat", 10.5 / kDeg, "", "41 23.5-", 0, "41\u00B0 23'.5 S", true,
+         -(41 + 23.5 / 60) / kDeg, nullptr},
+        // Three places of degrees then the minutes; no third digit of minutes, two decimals.
+        {"CellEdit", "Long", 0, "", "123456.678", 2, nullptr, true, (123 + 45.67 / 60) / kDeg,
+         nullptr},
+        {"CellEdit", "Long", 0, "", "181d60", 2, nullptr, false, nan, nullptr},  // 181°, 60'
+        // Only the hemisphere typed: the size stays.
+        {"CellEdit", "Long", 20.25 / kDeg, "", "-", 0, nullptr, true, -20.25 / kDeg, nullptr},
+        {"CellEdit", "Course", 45.0, "045\u00B0.0 T", "27.3m", 0, "275\u00B0.3 M", true, 275.3,
+         "275\u00B0.3 M"},
+        {"Options", "Course", 0.0, "000\u00B0.0", "437", 2, nullptr, false, nan, nullptr},
+        {"CellEdit", "Speed", 0, "", "12,5713", 2, nullptr, true, 12.57, nullptr},  // 3 decimals
+        {"CellEdit", "Dist", 0, "", "123.4", 0, nullptr, true, 123.4, nullptr},
+        {"Observer", "Temp", 0, "", "-0.5", 0, nullptr, true, -0.5, nullptr},
+        {"Observer", "Pressure", 0, "", "-", 1, nullptr, false, nan, nullptr},
+        {"CellEdit", "Clox", 0, "GMT", "-5.5", 0, "Z-5.5", true, -5.5, "Z-5.5"},
+        {"CellEdit", "WptNo", 0, "", "g", 0, nullptr, true, nan, "GPS"},
+        {"CellEdit", "WptNo", 0, "", "1234", 1, nullptr, true, 123, nullptr},
+        {"Tb_Time", "Hour", 0, "", "213", 2, nullptr, true, 1, nullptr},
+        {"CellEdit", "Duration", 0, "0d ", "2d5h30m", 0, "2d 5h 30m", true,
+         2 + 5 / 24.0 + 30 / 1440.0, nullptr},
+        {"CellEdit", "ETA", 0, "08:00", "12/08301", 1, "12/ 08:30", true, 12 + 8.5 / 24.0, nullptr},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.cls) + " " + c.field + " " + c.keys);
+        Open(c.cls, c.field, c.start, c.startText);
+        const int before = form.beeps;
+        for (char k : std::string(c.keys)) Edit_Key_Press(static_cast<unsigned char>(k));
+        EXPECT_EQ(form.beeps - before, c.beeps);
+        if (c.shown) {
+            EXPECT_EQ(Edit_Display_Text(), c.shown);
+        }
+        if (!c.commit) {
+            Edit_Escape();
+            continue;
+        }
+        Edit_Key_Down(vk::Return);
+        if (!std::isnan(c.value)) {
+            EXPECT_NEAR(target.value, c.value, 1e-12 * std::max(1.0, std::fabs(c.value)));
+        }
+        if (c.text) {
+            EXPECT_EQ(target.text, c.text);
+        }
+    }
+}
 
-TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
+TEST_F(Engine, AnglesOpenRoundedWithTheirSign) {
     Open("CellEdit", "Lat", 10.5 / kDeg);
     EXPECT_DOUBLE_EQ(Edit.Whole, 10.0);
     EXPECT_DOUBLE_EQ(Edit.Fraction, 30.0);
@@ -662,43 +568,11 @@ TEST_F(Engine, AnglesTakeDegreesMinutesAndHemisphere) {
     EXPECT_NEAR(Edit.Fraction, 59.99, 1e-9);
     Open("CellEdit", "Lat", 0.0);
     EXPECT_EQ(Edit.Sign, 1);
-    Open("CellEdit", "Lat", 10.5 / kDeg);
-    Type("41 23.5-");
-    EXPECT_EQ(Edit_Display_Text(), "41\u00B0 23'.5 S");
-    Edit_Key_Down(vk::Return);
-    EXPECT_NEAR(target.value * kDeg, -(41 + 23.5 / 60), 1e-12);
-
-    Open("CellEdit", "Lat", 0);
-    Type("95");  // above 90: beeped and ignored
-    EXPECT_EQ(form.beeps, 1);
-    EXPECT_EQ(Edit.Degrees, "9");
-    Type("0 1");  // 90° 1' is past the pole too
-    EXPECT_EQ(form.beeps, 2);
-    Edit_Escape();
-
     Open("CellEdit", "Long", 0);
-    Type("1234");  // three places of degrees, then the minutes
+    Type("1234");
     EXPECT_EQ(Edit.Degrees, "123");
     EXPECT_EQ(Edit.Minutes, "4");
-    Type("5");
-    Type("6");     // no third digit of minutes
-    Type(".678");  // two decimals at most
-    EXPECT_EQ(form.beeps, 4);
-    Edit_Key_Down(vk::Return);
-    EXPECT_NEAR(target.value * kDeg, 123 + 45.67 / 60, 1e-12);
-
-    Open("CellEdit", "Long", 0);
-    Type("181");
-    EXPECT_EQ(form.beeps, 5);
-    Type("d60");  // minutes of 60
-    EXPECT_EQ(form.beeps, 6);
     Edit_Escape();
-
-    // Only the hemisphere typed: the size stays.
-    Open("CellEdit", "Long", 20.25 / kDeg);
-    Type("-");
-    Edit_Key_Down(vk::Return);
-    EXPECT_NEAR(target.value * kDeg, -20.25, 1e-12);
 }
 
 TEST_F(Engine, TheCaretFollowsTheAlignment) {
@@ -718,6 +592,11 @@ TEST_F(Engine, TheCaretFollowsTheAlignment) {
     Open("CellEdit", "Dist", 0, "", 0);
     Type("42");
     EXPECT_EQ(Caret_X(), 100 + 2 + 20);
+    // Centred, as the strip's fields: the caret at the start of the centred text.
+    Open("CellEdit", "Speed", 0, "0.00", 1);
+    EXPECT_EQ(Caret_X(), 100 + (100 - 40) / 2);
+    Type("12");
+    EXPECT_EQ(Caret_X(), 100 + (100 - 20) / 2 + 20);
     Edit_Escape();
 }
 
@@ -748,36 +627,10 @@ TEST_F(Engine, AControlThatGoesAwayTakesItsOpenEditWithIt) {
     EXPECT_TRUE(owner.changes.empty());
 }
 
-TEST_F(Engine, CourseIsTypedOverItsMask) {
-    Open("CellEdit", "Course", 45.0, "045\u00B0.0 T");
-    Type("27");
-    EXPECT_EQ(Edit_Display_Text(), "275\u00B0.0 T");
-    Type(".3m");
-    EXPECT_EQ(Edit_Display_Text(), "275\u00B0.3 M");
-    Edit_Key_Down(vk::Return);
-    EXPECT_NEAR(target.value, 275.3, 1e-12);
-    EXPECT_EQ(target.text, "275\u00B0.3 M");
-    Open("Options", "Course", 0.0, "000\u00B0.0");
-    Type("4");  // 400 is no course
-    EXPECT_EQ(form.beeps, 1);
-    Type("3");
-    Type("7");  // 370 neither
-    EXPECT_EQ(form.beeps, 2);
-    Edit_Escape();
-}
-
-TEST_F(Engine, NumbersKeepTheirForm) {
-    Open("CellEdit", "Speed", 0);
-    Type("12,5");
-    Type("7");
-    Type("1");  // a third decimal
-    Type("3");
-    EXPECT_EQ(form.beeps, 2);
-    Edit_Key_Down(vk::Return);
-    EXPECT_DOUBLE_EQ(target.value, 12.57);
+TEST_F(Engine, DigitsOvertypeAndTextTakesWhatFits) {
     Open("CellEdit", "Dist", 0);
     Type("123.45");
-    EXPECT_EQ(form.beeps, 3);
+    EXPECT_EQ(form.beeps, 1);
     // A digit typed at the caret overtypes the one under it; one past the form beeps.
     Edit_Key_Down(vk::Home);
     Type("9");
@@ -792,59 +645,13 @@ TEST_F(Engine, NumbersKeepTheirForm) {
     EXPECT_EQ(Edit.Buffer, "92357");
     Edit_Key_Down(vk::Return);
     EXPECT_DOUBLE_EQ(target.value, 92357);
-    Open("CellEdit", "Dist", 0);
-    Type("123.4");
-    Edit_Key_Down(vk::Return);
-    EXPECT_DOUBLE_EQ(target.value, 123.4);
-    Open("Observer", "Temp", 0);
-    Type("-0.5");
-    Edit_Key_Down(vk::Return);
-    EXPECT_DOUBLE_EQ(target.value, -0.5);
-    Open("Observer", "Pressure", 0);
-    Type("-");
-    EXPECT_EQ(form.beeps, 4);
-    Edit_Escape();
-    Open("CellEdit", "Clox", 0, "GMT");
-    Type("-5.5");
-    EXPECT_EQ(Edit_Display_Text(), "Z-5.5");
-    Edit_Key_Down(vk::Return);
-    EXPECT_DOUBLE_EQ(target.value, -5.5);
-    EXPECT_EQ(target.text, "Z-5.5");
-}
 
-TEST_F(Engine, WayPointsTimesAndText) {
     Open("CellEdit", "WptNo", 0);
     EXPECT_EQ(Edit.Alignment, 2);  // left only for the first draw
-    Type("g");
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(target.text, "GPS");
-    Open("CellEdit", "WptNo", 0);
-    Type("1234");
-    EXPECT_EQ(form.beeps, 1);
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(target.value, 123);
-    Open("Tb_Time", "Hour", 0);
-    Type("2");
-    EXPECT_EQ(form.beeps, 2);
-    Type("13");
-    EXPECT_EQ(form.beeps, 3);
-    Edit_Key_Down(vk::Return);
-    EXPECT_EQ(target.value, 1);
-    Open("CellEdit", "Duration", 0, "0d ");
-    Type("2d5h30m");
-    EXPECT_EQ(Edit_Display_Text(), "2d 5h 30m");
-    Edit_Key_Down(vk::Return);
-    EXPECT_DOUBLE_EQ(target.value, 2 + 5 / 24.0 + 30 / 1440.0);
-    Open("CellEdit", "ETA", 0, "08:00");
-    Type("12/0830");
-    EXPECT_EQ(Edit_Display_Text(), "12/ 08:30");
-    Type("1");
-    EXPECT_EQ(form.beeps, 4);
-    Edit_Key_Down(vk::Return);
-    EXPECT_DOUBLE_EQ(target.value, 12 + 8.5 / 24.0);
+    Edit_Escape();
     Open("CellEdit", "ID", 0, "", 0);
     Type("ABCDEFG");
-    EXPECT_EQ(form.beeps, 5);
+    EXPECT_EQ(form.beeps, 2);
     Edit_Key_Down(vk::Left);
     Edit_Key_Down(vk::Delete);  // as Right then Backspace
     EXPECT_EQ(Edit.Buffer, "ABCDE");

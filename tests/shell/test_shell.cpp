@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "settings/SettingsRecord.h"
+#include "shell/Date_Record.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
@@ -104,26 +105,22 @@ class FakePlan : public PlanFileActions {
     std::string Default_Plan_Name() const override { return defaultName; }
     void Set_Default_Plan_Name(const std::string& n) override { defaultName = n; }
     bool Any_Way_Point_In_Use() const override { return inUse; }
-    void New_Plan() override { log.push_back("new"); }
-    bool Open_Plan() override {
-        log.push_back("open");
-        return true;
-    }
-    bool Save_Plan(const std::string& n) override {
-        log.push_back("save " + n);
-        return true;
-    }
+    void New_Plan() override { Log("new"); }
+    bool Open_Plan() override { return Log("open"); }
+    bool Save_Plan(const std::string& n) override { return Log("save " + n); }
     bool Save_Plan_As() override {
-        log.push_back("save as");
-        if (saveAsGives.empty()) return false;
-        name = saveAsGives;
+        if (!saveAsGives.empty()) name = saveAsGives;
+        return Log("save as") && !saveAsGives.empty();
+    }
+    void Read_Default_Plan() override { Log("read default"); }
+    void Empty_Undo_Stacks() override { Log("undo emptied"); }
+    void Clear_Clox_Current() override { Log("clox cleared"); }
+    void Calculate_Ship_Time() override { Log("calc ship time"); }
+    void Apply_To_Voyage_Plan() override { Log("apply"); }
+    bool Log(const std::string& what) {
+        log.push_back(what);
         return true;
     }
-    void Read_Default_Plan() override { log.push_back("read default"); }
-    void Empty_Undo_Stacks() override { log.push_back("undo emptied"); }
-    void Clear_Clox_Current() override { log.push_back("clox cleared"); }
-    void Calculate_Ship_Time() override { log.push_back("calc ship time"); }
-    void Apply_To_Voyage_Plan() override { log.push_back("apply"); }
 
     std::string name, defaultName, saveAsGives;
     bool inUse = false;
@@ -143,6 +140,12 @@ class ShellTest : public ::testing::Test {
     void TearDown() override { Reset_Shell(nullptr); }
 
     FakeScreen& Screen(const char* key) { return *host.screens.at(key); }
+    // The captions of File menu items, joined by "|".
+    static std::string Captions(std::initializer_list<size_t> items) {
+        std::string s;
+        for (size_t i : items) s += (s.empty() ? "" : "|") + Shell.Menus.mnuFile[i].Caption;
+        return s;
+    }
 
     FakeHost host;
     FakePlan plan;
@@ -206,8 +209,7 @@ TEST_F(ShellTest, ABroadcastComputesOnlyTheScreenThatShows) {
     const int altazBefore = altaz.calculations;
     const int mainBefore = main.calculations;
 
-    // Two date changes made on Main: Main is its own source and is not asked again;
-    // AltAz is hidden and does nothing.
+    // Two date changes made on Main, its own source: hidden AltAz does nothing.
     MyDates_DateChange("Splash", 9100.0);
     MyDates_DateChange("Splash", 9200.0);
     EXPECT_EQ(altaz.calculations, altazBefore);
@@ -226,12 +228,8 @@ TEST_F(ShellTest, DateChangeTakesTheZoneOffAndResetTimeForcesTheCurrentScreen) {
     EXPECT_DOUBLE_EQ(Shell.CurrentJD, 9100.5 - 60 / 1440.0);
     EXPECT_TRUE(Shell.Up_To_Date("Splash"));
 
-    // Main set the date and counts as up to date, but Reset Time has no source: it is
-    // forced all the same.
-    host.now.wYear = 2026;
-    host.now.wMonth = 11;
-    host.now.wDay = 21;
-    host.now.wHour = 6;
+    // Main set the date and is up to date, but Reset Time has no source: it is forced.
+    host.now = testing_dates::Date(2026, 11, 21, 6);
     const int before = Screen("Splash").calculations;
     Reset_Time();
     EXPECT_EQ(Screen("Splash").calculations, before + 1);
@@ -310,20 +308,14 @@ TEST_F(ShellTest, ExitAsksForSightsThenPlanAndCancelAtEitherStops) {
 TEST_F(ShellTest, FileMenuByScreen) {
     const auto& f = Shell.Menus.mnuFile;
     // Main: Open, disabled with the rest of 0..8; Print stays.
-    EXPECT_EQ(f[1].Caption, "&Open");
+    EXPECT_EQ(Captions({1, 9}), "&Open|&Print");
     EXPECT_FALSE(f[1].Enabled);
-    EXPECT_EQ(f[9].Caption, "&Print");
     EXPECT_TRUE(f[9].Enabled);
-
     mnuWindow_Click(3);  // Moon Phases
-    EXPECT_EQ(f[1].Caption, "&Print Data");
-    EXPECT_EQ(f[9].Caption, "Print &Eclipse");
-
+    EXPECT_EQ(Captions({1, 9}), "&Print Data|Print &Eclipse");
     mnuWindow_Click(1);  // Clocks: items follow the position method
-    EXPECT_EQ(f[1].Caption, "&Calculate Ship Time");
-    EXPECT_EQ(f[2].Caption, "&Apply to Voyage Plan");
-    EXPECT_EQ(f[3].Caption, "&Take Ship Time from Plan");
-    EXPECT_EQ(f[4].Caption, "-");
+    EXPECT_EQ(Captions({1, 2, 3, 4}),
+              "&Calculate Ship Time|&Apply to Voyage Plan|&Take Ship Time from Plan|-");
     EXPECT_FALSE(f[1].Enabled);
     Settings.PositionMethod = 2;
     Menus_Set_For_Screen();
@@ -345,20 +337,17 @@ TEST_F(ShellTest, VoyageFileMenuFollowsThePlanAndItsDefault) {
     // The default plan itself, not by plan: "&Remove as Default" and "D.R. by Plan".
     plan.name = plan.defaultName = "/home/n/Biscay.Voy";
     Menus_Set_For_Screen();
-    EXPECT_EQ(f[3].Caption, "&Remove as Default");
+    EXPECT_EQ(Captions({3, 4}), "&Remove as Default|D.R. by Plan");
     EXPECT_TRUE(f[3].Visible);
-    EXPECT_EQ(f[4].Caption, "D.R. by Plan");
     File_Menu_Action(4);
     EXPECT_EQ(Settings.PositionMethod, 2);
     EXPECT_EQ(f[4].Caption, "Do not D.R.");
 
-    // Another plan: "Restore Default Plan"; "Replace as the &Default Plan" only with way
-    // points in use.
+    // Another plan: "Replace as the &Default Plan" only with way points in use.
     Settings.PositionMethod = 0;
     plan.name = "/home/n/Azores.Voy";
     Menus_Set_For_Screen();
-    EXPECT_EQ(f[3].Caption, "Restore Default Plan");
-    EXPECT_EQ(f[4].Caption, "Replace as the &Default Plan");
+    EXPECT_EQ(Captions({3, 4}), "Restore Default Plan|Replace as the &Default Plan");
     EXPECT_FALSE(f[4].Visible);
     plan.inUse = true;
     Menus_Set_For_Screen();
@@ -417,16 +406,14 @@ TEST_F(ShellTest, VoyageNewOpenRemoveAndSaveActByCaption) {
     plan.name = plan.defaultName = "/home/n/Biscay.Voy";
     Settings.PositionMethod = 2;
     Menus_Set_For_Screen();
-    ASSERT_EQ(f[3].Caption, "&Remove as Default");
-    EXPECT_EQ(f[4].Caption, "Do not D.R.");
+    ASSERT_EQ(Captions({3, 4}), "&Remove as Default|Do not D.R.");
     File_Menu_Action(3);
     EXPECT_EQ(plan.defaultName, "");
     EXPECT_EQ(Settings.PositionMethod, 0);
     // The menus are rewritten: the plan is no longer the default one.
     EXPECT_EQ(f[3].Caption, "Restore Default Plan");
 
-    // "&Save" goes to the plan's own file when it is a voyage file, else to Save As;
-    // "Save &As" always asks.
+    // "&Save" to the plan's own voyage file, else Save As; "Save &As" always asks.
     File_Menu_Action(6);
     File_Menu_Action(7);
     plan.name = "/home/n/notes.txt";
