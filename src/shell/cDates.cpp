@@ -427,15 +427,25 @@ void cDates::Step_Minute(int32_t by) {
 }
 
 void cDates::Step_Hour(int32_t by) {
-    int32_t h = MySystemTime.wHour + by;
+    auto& t = MySystemTime;
+    int32_t h = t.wHour + by;
     const int32_t carry = Floor_Div(h, 24);
-    MySystemTime.wHour = static_cast<int16_t>(h - carry * 24);
-    if (carry) Step_Day(carry);
+    t.wHour = static_cast<int16_t>(h - carry * 24);
+    if (!carry) return;
+    // A step that stops at an end of the year range leaves the time at the last second of
+    // 31 December 9999, or the first of 1 January 9999 BC.
+    if (!Step_Day(carry)) {
+        const bool last = carry > 0;
+        t.wHour = static_cast<int16_t>(last ? 23 : 0);
+        t.wMinute = static_cast<int16_t>(last ? 59 : 0);
+        t.wSecond = static_cast<int16_t>(last ? 59 : 0);
+    }
 }
 
-void cDates::Step_Day(int32_t by) {
+bool cDates::Step_Day(int32_t by) {
     auto& t = MySystemTime;
     int32_t day = t.wDay + by;
+    bool inRange = true;
     // Whole months at a time; a step stops at the ends of the year range.
     for (int guard = 0; guard < 200000; ++guard) {
         const int32_t length = Get_Month_Length(t.wMonth, t.wYear);
@@ -445,6 +455,7 @@ void cDates::Step_Day(int32_t by) {
             Step_Month(1);
             if (t.wMonth == month && t.wYear == before) {  // at 9999 December
                 day = length;
+                inRange = false;
                 break;
             }
             day -= length;
@@ -454,6 +465,7 @@ void cDates::Step_Day(int32_t by) {
             Step_Month(-1);
             if (t.wMonth == month && t.wYear == before) {
                 day = 1;
+                inRange = false;
                 break;
             }
             day += Get_Month_Length(t.wMonth, t.wYear);
@@ -462,6 +474,7 @@ void cDates::Step_Day(int32_t by) {
         }
     }
     t.wDay = static_cast<int16_t>(day);
+    return inRange;
 }
 
 void cDates::Step_Month(int32_t by) {

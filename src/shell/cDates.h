@@ -207,7 +207,8 @@ class cDates : public cEditTarget {
     void Step_Second(int32_t by);
     void Step_Minute(int32_t by);
     void Step_Hour(int32_t by);
-    void Step_Day(int32_t by);
+    // Steps the day; false when the step stopped at an end of the year range.
+    bool Step_Day(int32_t by);
     void Step_Month(int32_t by);
     void Step_Year(int32_t by);
     void Trim_Day();
