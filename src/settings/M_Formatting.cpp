@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -19,6 +20,40 @@ double Finite_Or_Zero(double x) { return std::isfinite(x) ? x : 0.0; }
 // The carry test of the angle formats: the rounded minutes or seconds, held as a 32-bit
 // float, equal 60.
 bool Rounds_To_Sixty(double x) { return static_cast<float>(x) == 60.0f; }
+
+// 10^0 .. 10^15, each exactly representable.
+constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// The text that "%.*f" writes for `a` (not negative, already rounded to `places`
+// decimals by Round_Even). Below 2^52 units of the last place the double nearest to
+// n / 10^places lies within far less than half a unit of n / 10^places, so the digits are
+// those of the whole number n; they are written directly, which the tables of thousands
+// of cells need to be quick. Larger values and more places go through snprintf.
+std::string Fixed_Digits(double a, int places) {
+    if (places >= 0 && places <= 15 && a >= 0.0) {
+        const double y = a * kPowersOfTen[static_cast<size_t>(places)];
+        if (y < 4503599627370496.0) {
+            auto n = static_cast<uint64_t>(std::nearbyint(y));
+            char buf[40];
+            char* end = buf + sizeof buf;
+            char* p = end;
+            for (int i = 0; i < places; ++i) {
+                *--p = static_cast<char>('0' + n % 10);
+                n /= 10;
+            }
+            if (places > 0) *--p = '.';
+            do {
+                *--p = static_cast<char>('0' + n % 10);
+                n /= 10;
+            } while (n > 0);
+            return std::string(p, end);
+        }
+    }
+    char buf[400];
+    std::snprintf(buf, sizeof buf, "%.*f", places, a);
+    return buf;
+}
 
 // A whole number in plain digits.
 std::string Plain(double whole) { return Format_Number(whole, "0"); }
@@ -181,7 +216,7 @@ double Round_Even(double x, int places) {
     if (!std::isfinite(x)) return x;
     if (places < 0) places = 0;
     if (places > 15) places = 15;
-    const double scale = std::pow(10.0, places);
+    const double scale = kPowersOfTen[static_cast<size_t>(places)];
     const double y = x * scale;
     if (!std::isfinite(y) || std::fabs(y) >= 4503599627370496.0) return x;  // 2^52: no decimals
     // nearbyint rounds halves to even in the default rounding mode.
@@ -228,9 +263,7 @@ std::string Format_Number(double value, std::string_view mask) {
     const bool negative = v < 0 && a != 0.0;
 
     // Digits of the rounded value.
-    char buf[400];
-    std::snprintf(buf, sizeof buf, "%.*f", places, a);
-    std::string digits = buf;
+    std::string digits = Fixed_Digits(a, places);
     std::string intDigits, fracDigits;
     if (const size_t dot = digits.find('.'); dot != std::string::npos) {
         intDigits = digits.substr(0, dot);
