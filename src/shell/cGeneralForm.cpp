@@ -15,8 +15,6 @@ namespace kelmoran {
 
 namespace {
 
-// The value of a date control that has never been set.
-constexpr double kNeverUsed = -730520.5;
 // Height of a row of the grid and of the headings.
 constexpr int32_t kGridRowHeight = 18;
 constexpr int32_t kHeadingHeight = 22;
@@ -39,14 +37,7 @@ RowSources& Row_Sources() {
 }
 
 cGeneralForm::cGeneralForm(const std::string& key, QWidget* window, cSubClass* hook)
-    : key_(key),
-      window_(window),
-      hook_(hook),
-      picture_(900, 600, QImage::Format_RGB32),
-      myDates_(this),
-      form_(grid_) {
-    picture_.fill(Qt::white);
-    myDates_.IsShared = kTrue;
+    : DateStripScreen(key, window, QSize(900, 600)), hook_(hook), form_(grid_) {
     if (key_ == screen_key::Lunations)
         myDates_.Configure_Lunation_Dates(this, picture_.width());
     else
@@ -74,15 +65,7 @@ void cGeneralForm::Restore_Layout() {
 }
 
 void cGeneralForm::Load() {
-    // The window may have changed size while another screen was showing.
-    if (window_ && window_->size() != picture_.size()) Resize(window_->size());
-    if (!Shell.Up_To_Date(key_)) {
-        SetDates();
-        CalcDates();
-    } else {
-        grid_.Columns_Set_Working_Arrays();
-    }
-    Shell.Up_To_Date(key_) = kTrue;
+    if (!Load_Moment()) grid_.Columns_Set_Working_Arrays();
     // The cursor is placed on a valid cell when the screen comes up.
     grid_.Move_Cursor(0);
     Shell.CursorShown = kTrue;
@@ -96,35 +79,8 @@ void cGeneralForm::Load() {
     if (Shell.Host) Shell.Host->Repaint();
 }
 
-void cGeneralForm::Force_Update() {
-    if (Shell.Up_To_Date(key_)) return;
-    SetDates();
-    CalcDates();
-    Shell.Up_To_Date(key_) = kTrue;
-    if (Shell.Host) Shell.Host->Repaint();
-}
-
-void cGeneralForm::SetDates() {
-    const double zone = TZ_Bias / 1440.0;
-    if (myJD_ == Shell.CurrentJD) {
-        // This screen set the moment last: its strip may hold a change not yet taken.
-        const double shown = myDates_.My_JD();
-        if (shown != Shell.CurrentJD + zone && shown != kNeverUsed) Shell.CurrentJD = shown - zone;
-    }
-    myJD_ = Shell.CurrentJD;
-    myDates_.Set_Calendar(Shell.CalendarChoice != 0);
-    myDates_.My_TZ_Bias(TZ_Bias);
-    myDates_.MyTime(Shell.CurrentJD + zone);
-    myDates_.Paint_Dates(false);
-}
-
 void cGeneralForm::CalcDates() {
-    const double zone = TZ_Bias / 1440.0;
-    const double shown = myDates_.My_JD();
-    if (shown != Shell.CurrentJD + zone) {
-        Shell.CurrentJD = shown - zone;
-        myJD_ = Shell.CurrentJD;
-    }
+    Take_Strip_Moment();
     const RowSources& rows = Row_Sources();
     ++Calculations;
     if (rows.Title) {
@@ -312,34 +268,15 @@ void cGeneralForm::SetScrollBars() {
     hook_->Set_HPos(-grid_.Scroll_DX());
 }
 
-void cGeneralForm::MyDates_DateChange(cDates&, double jd) {
-    kelmoran::MyDates_DateChange(key_, jd);
-    myJD_ = Shell.CurrentJD;
-    CalcDates();
-    if (Shell.Host) Shell.Host->Repaint();
-}
-
-void cGeneralForm::MyDates_CalenderChg(cDates&, bool julian) {
-    kelmoran::MyDates_CalenderChg(key_, julian ? kTrue : kFalse);
-}
-
-void cGeneralForm::MyDates_TZChange(cDates&, int32_t minutes) {
-    kelmoran::MyDates_TZChange(key_, minutes);
+void cGeneralForm::MyDates_TZChange(cDates& sender, int32_t minutes) {
+    DateStripScreen::MyDates_TZChange(sender, minutes);
     // The moment is the same; its rows are in the new zone.
     CalcDates();
 }
 
-void cGeneralForm::Redraw_Cell(const Rect&) {
-    myDates_.Paint_Dates(false);
-}
-
 void cGeneralForm::Resize(QSize size) {
-    if (size.isEmpty() || size == picture_.size()) return;
     const int32_t oldPage = grid_.Page_Rows();
-    picture_ = QImage(size, QImage::Format_RGB32);
-    picture_.fill(Qt::white);
-    myDates_.MyWidth = size.width();
-    myDates_.Set_HotSpots();
+    if (!Resize_Picture(size)) return;
     Set_Geometry();
     grid_.Columns_Set_Working_Arrays();
     // Solar Bodies has as many rows as fill the screen.
@@ -390,10 +327,7 @@ int32_t cGeneralForm::Position_Near(int32_t x) const {
 }
 
 void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
-    if (Edit.Editing && Edit.Form == this && button == mouse::Left && Edit.Cell.Contains(x, y)) {
-        Edit_Click(x);
-        return;
-    }
+    if (Click_Into_Edit(button, x, y)) return;
     if (y < grid_.GridTop) {
         myDates_.MouseDown(x, y, button, shift);
         return;
@@ -474,9 +408,7 @@ void cGeneralForm::SysMsg_MouseUp(int32_t button, int32_t, int32_t x, int32_t) {
 }
 
 void cGeneralForm::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
-    wheelRest_ += delta;
-    const int32_t steps = wheelRest_ / 120;
-    wheelRest_ -= steps * 120;
+    const int32_t steps = Wheel_Notches(delta);
     if (!steps) return;
     if (y < grid_.GridTop) {
         myDates_.MouseScroll(x, y, steps);
