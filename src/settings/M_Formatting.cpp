@@ -55,8 +55,29 @@ std::string Fixed_Digits(double a, int places) {
     return buf;
 }
 
+// What Format_Number writes for `value` by a mask of `zeros` "0" places, then `literal`,
+// then, when `places` is above 0, a point and that many "0" places: the masks "0", "00'",
+// "00'.0" and the like, which the angle and time forms use for every cell. The text is
+// built straight from the digits, without reading a mask.
+std::string Zero_Mask_Text(double value, size_t zeros, const char* literal, int places) {
+    const double v = Finite_Or_Zero(value);
+    const double a = Round_Even(std::fabs(v), places);
+    const std::string digits = Fixed_Digits(a, places);
+    const size_t dot = digits.find('.');
+    std::string out;
+    if (v < 0 && a != 0.0) out += '-';
+    const size_t intLength = dot == std::string::npos ? digits.size() : dot;
+    // A lone "0" counts as no digit; the zero places write it back.
+    const size_t written = (intLength == 1 && digits[0] == '0') ? 0 : intLength;
+    if (written < zeros) out.append(zeros - written, '0');
+    out.append(digits, 0, written);
+    out += literal;
+    if (dot != std::string::npos) out.append(digits, dot, std::string::npos);
+    return out;
+}
+
 // A whole number in plain digits.
-std::string Plain(double whole) { return Format_Number(whole, "0"); }
+std::string Plain(double whole) { return Zero_Mask_Text(whole, 1, "", 0); }
 
 // The front padding of the angle formats: "  " under `wide`, another "  " under 10.
 std::string Pad_Text(bool pad, double w, double wide) {
@@ -424,8 +445,8 @@ std::string Format_Day_Fraction(double fraction, std::string_view mask) {
 }
 
 std::string Format_Minutes(double minutes, int places) {
-    const char* m = Minutes_Mask(places);
-    return m ? Format_Number(minutes, m) : std::string();
+    // The text of Minutes_Mask(places), built directly.
+    return Minutes_Mask(places) ? Zero_Mask_Text(minutes, 2, "'", places) : std::string();
 }
 
 std::string Format_Angle(double radians, int places, bool pad) {
