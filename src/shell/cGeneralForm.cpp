@@ -97,7 +97,7 @@ void cGeneralForm::CalcDates() {
         altaz_ = rows.AltAz ? rows.AltAz(myJD_, catalogueNumbers_) : AltAzRows{};
         if (deep) QGuiApplication::restoreOverrideCursor();
         drWarning_ = altaz_.DRwarning;
-        Apply_AltAz();
+        Apply_AltAz(true);
     } else {
         TableRows t;
         if (key_ == screen_key::Planets && rows.Planets)
@@ -115,22 +115,37 @@ void cGeneralForm::CalcDates() {
     Draw();
 }
 
-void cGeneralForm::Apply_AltAz() {
+void cGeneralForm::Apply_AltAz(bool freshRows) {
     const int32_t n = altaz_.Rows;
+    // The cell texts go to the grid by moving, not copying: the rows just calculated come
+    // in their natural order; on a new sort the grid's own texts are rearranged.
+    std::vector<std::vector<std::string>> natural;
+    std::vector<int32_t> position;  // where each natural row stands in `natural`
+    if (freshRows) {
+        natural = std::move(altaz_.Labels);
+        altaz_.Labels.clear();
+        position.resize(static_cast<size_t>(std::max(n, 0)));
+        std::iota(position.begin(), position.end(), 0);
+    } else {
+        natural = std::move(grid_.MyDataLabels);
+        grid_.MyDataLabels.clear();
+        position.assign(static_cast<size_t>(std::max(n, 0)), 0);
+        for (size_t i = 0; i < order_.size() && i < position.size(); ++i)
+            position[static_cast<size_t>(order_[i])] = static_cast<int32_t>(i);
+    }
     order_.resize(static_cast<size_t>(std::max(n, 0)));
     std::iota(order_.begin(), order_.end(), 0);
     if (sortColumn_ >= 0 && Row_Sources().Sort) {
         std::vector<int32_t> sorted = Row_Sources().Sort(altaz_, sortColumn_, sortAscending_);
         if (sorted.size() == order_.size()) order_ = std::move(sorted);
     }
-    std::vector<std::vector<std::string>> labels(altaz_.Labels.size());
-    for (size_t c = 0; c < altaz_.Labels.size(); ++c) {
+    std::vector<std::vector<std::string>> labels(natural.size());
+    for (size_t c = 0; c < natural.size(); ++c) {
+        auto& column = natural[c];
         labels[c].reserve(order_.size());
         for (int32_t r : order_) {
-            const auto& column = altaz_.Labels[c];
-            labels[c].push_back(static_cast<size_t>(r) < column.size()
-                                    ? column[static_cast<size_t>(r)]
-                                    : std::string());
+            const auto at = static_cast<size_t>(position[static_cast<size_t>(r)]);
+            labels[c].push_back(at < column.size() ? std::move(column[at]) : std::string());
         }
     }
     grid_.Set_Data(std::move(labels), n);
@@ -140,7 +155,7 @@ void cGeneralForm::Sort_By(int32_t column, bool ascending) {
     if (key_ != screen_key::AltAz) return;
     sortColumn_ = column;
     sortAscending_ = ascending;
-    Apply_AltAz();
+    Apply_AltAz(false);
     SetScrollBars();
     Draw();
 }

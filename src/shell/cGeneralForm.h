@@ -78,7 +78,9 @@ class cGeneralForm : public DateStripScreen {
     GridModel& Grid() { return grid_; }
     const GridModel& Grid() const { return grid_; }
     bool MyDRwarning() const { return drWarning_; }
-    // The AltAz rows as calculated, in their natural order, and the order shown.
+    // The AltAz rows as calculated, in their natural order, and the order shown. Their
+    // cell texts have gone to the grid (in the order shown); the sort keys and body
+    // numbers stay here.
     const AltAzRows& AltAz_Data() const { return altaz_; }
     const std::vector<int32_t>& Row_Order() const { return order_; }
     // Times the rows were calculated (each CalcDates).
@@ -87,7 +89,9 @@ class cGeneralForm : public DateStripScreen {
   private:
     void Draw();
     void Set_Geometry();
-    void Apply_AltAz();
+    // Puts the AltAz texts on the grid in the order of the sort in force: those of rows
+    // just calculated (`freshRows`), or the grid's own ones rearranged.
+    void Apply_AltAz(bool freshRows);
     void Sort_By(int32_t column, bool ascending);
     void Insert_Column(const std::string& title);
     void Show_Heading_Menu(int32_t position, int32_t x, int32_t y);
