@@ -77,7 +77,9 @@ std::string Zero_Mask_Text(double value, size_t zeros, const char* literal, int 
 }
 
 // A whole number in plain digits.
-std::string Plain(double whole) { return Zero_Mask_Text(whole, 1, "", 0); }
+std::string Plain(double whole) {
+    return Zero_Mask_Text(whole, 1, "", 0);
+}
 
 // The front padding of the angle formats: "  " under `wide`, another "  " under 10.
 std::string Pad_Text(bool pad, double w, double wide) {
