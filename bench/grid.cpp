@@ -52,6 +52,9 @@ void BM_AltAzDateKeyToPicture(benchmark::State& state) {
     w.resize(1100, 750);
     w.show();
     QApplication::processEvents();
+    // A fixed moment, 2024 March 15 in the evening (UT), as the row benchmarks use, so that
+    // the figures do not move with the hour at which they are taken.
+    Shell.CurrentJD = 8840.4;
     w.Window_Action(0)->trigger();
     QApplication::processEvents();
     auto* altaz = dynamic_cast<cGeneralForm*>(w.Current_Ui_Screen());

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -20,8 +21,65 @@ double Finite_Or_Zero(double x) { return std::isfinite(x) ? x : 0.0; }
 // float, equal 60.
 bool Rounds_To_Sixty(double x) { return static_cast<float>(x) == 60.0f; }
 
+// 10^0 .. 10^15, each exactly representable.
+constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// The text that "%.*f" writes for `a` (not negative, already rounded to `places`
+// decimals by Round_Even). Below 2^52 units of the last place the double nearest to
+// n / 10^places lies within far less than half a unit of n / 10^places, so the digits are
+// those of the whole number n; they are written directly, which the tables of thousands
+// of cells need to be quick. Larger values and more places go through snprintf.
+std::string Fixed_Digits(double a, int places) {
+    if (places >= 0 && places <= 15 && a >= 0.0) {
+        const double y = a * kPowersOfTen[static_cast<size_t>(places)];
+        if (y < 4503599627370496.0) {
+            auto n = static_cast<uint64_t>(std::nearbyint(y));
+            char buf[40];
+            char* end = buf + sizeof buf;
+            char* p = end;
+            for (int i = 0; i < places; ++i) {
+                *--p = static_cast<char>('0' + n % 10);
+                n /= 10;
+            }
+            if (places > 0) *--p = '.';
+            do {
+                *--p = static_cast<char>('0' + n % 10);
+                n /= 10;
+            } while (n > 0);
+            return std::string(p, end);
+        }
+    }
+    char buf[400];
+    std::snprintf(buf, sizeof buf, "%.*f", places, a);
+    return buf;
+}
+
+// What Format_Number writes for `value` by a mask of `zeros` "0" places, then `literal`,
+// then, when `places` is above 0, a point and that many "0" places: the masks "0", "00'",
+// "00'.0" and the like, which the angle and time forms use for every cell. The text is
+// built straight from the digits, without reading a mask.
+std::string Zero_Mask_Text(double value, size_t zeros, const char* literal, int places) {
+    const double v = Finite_Or_Zero(value);
+    const double a = Round_Even(std::fabs(v), places);
+    const std::string digits = Fixed_Digits(a, places);
+    const size_t dot = digits.find('.');
+    std::string out;
+    if (v < 0 && a != 0.0) out += '-';
+    const size_t intLength = dot == std::string::npos ? digits.size() : dot;
+    // A lone "0" counts as no digit; the zero places write it back.
+    const size_t written = (intLength == 1 && digits[0] == '0') ? 0 : intLength;
+    if (written < zeros) out.append(zeros - written, '0');
+    out.append(digits, 0, written);
+    out += literal;
+    if (dot != std::string::npos) out.append(digits, dot, std::string::npos);
+    return out;
+}
+
 // A whole number in plain digits.
-std::string Plain(double whole) { return Format_Number(whole, "0"); }
+std::string Plain(double whole) {
+    return Zero_Mask_Text(whole, 1, "", 0);
+}
 
 // The front padding of the angle formats: "  " under `wide`, another "  " under 10.
 std::string Pad_Text(bool pad, double w, double wide) {
@@ -181,7 +239,7 @@ double Round_Even(double x, int places) {
     if (!std::isfinite(x)) return x;
     if (places < 0) places = 0;
     if (places > 15) places = 15;
-    const double scale = std::pow(10.0, places);
+    const double scale = kPowersOfTen[static_cast<size_t>(places)];
     const double y = x * scale;
     if (!std::isfinite(y) || std::fabs(y) >= 4503599627370496.0) return x;  // 2^52: no decimals
     // nearbyint rounds halves to even in the default rounding mode.
@@ -228,9 +286,7 @@ std::string Format_Number(double value, std::string_view mask) {
     const bool negative = v < 0 && a != 0.0;
 
     // Digits of the rounded value.
-    char buf[400];
-    std::snprintf(buf, sizeof buf, "%.*f", places, a);
-    std::string digits = buf;
+    std::string digits = Fixed_Digits(a, places);
     std::string intDigits, fracDigits;
     if (const size_t dot = digits.find('.'); dot != std::string::npos) {
         intDigits = digits.substr(0, dot);
@@ -391,8 +447,8 @@ std::string Format_Day_Fraction(double fraction, std::string_view mask) {
 }
 
 std::string Format_Minutes(double minutes, int places) {
-    const char* m = Minutes_Mask(places);
-    return m ? Format_Number(minutes, m) : std::string();
+    // The text of Minutes_Mask(places), built directly.
+    return Minutes_Mask(places) ? Zero_Mask_Text(minutes, 2, "'", places) : std::string();
 }
 
 std::string Format_Angle(double radians, int places, bool pad) {

@@ -51,7 +51,9 @@ std::vector<ColumnDef> Column_Table(const std::string& key, const std::string& a
             {"Right Ascension", "RA", 1, " 00h 00m 00s ", false},
             {"Henry Draper", "HD", 1, " 000000 ", false},
             {"Hipparchos", "Hip", 1, " 000000 ", false},
-            {"Tycho", "Tycho", 1, " 0000-00000-0 ", false},
+            // No table of Tycho numbers is among the star data: the column is kept for
+            // when one is, and is neither offered nor shown until then.
+            {"Tycho", "Tycho", 1, " 0000-00000-0 ", false, false},
             {"Radius", "R", 1, " 000'.0 ", false},
         };
     }
@@ -115,12 +117,14 @@ void GridModel::Setup(const std::string& key, std::vector<ColumnDef> table, Meas
     MyStartWidths.assign(n, 0);
     MyMinWidth.assign(n, kMinColumnWidth);
     MyColmVisible.assign(n, 0);
+    MyColmAvailable.assign(n, 0);
     MyColmFormat.assign(n, 0);
     samples_.assign(n, "");
     for (size_t c = 0; c < n; ++c) {
         MyColmTitles[c] = {table[c].Long, table[c].Short.empty() ? table[c].Long : table[c].Short};
         MyColmFormat[c] = table[c].Align;
-        MyColmVisible[c] = table[c].Shown ? -1 : 0;
+        MyColmAvailable[c] = table[c].Available ? -1 : 0;
+        MyColmVisible[c] = table[c].Shown && table[c].Available ? -1 : 0;
         samples_[c] = table[c].Sample;
         MyStartWidths[c] = MyColmWidths[c] = Sample_Width(static_cast<int32_t>(c));
     }
@@ -217,9 +221,18 @@ std::vector<std::string> GridModel::Menus_Create_Columns() const {
 std::vector<std::string> GridModel::Menu_Insert_AddRemove() const {
     std::vector<std::string> items;
     for (int32_t c = 0; c <= AllColumns; ++c)
-        if (!MyColmVisible[static_cast<size_t>(c)])
+        if (!MyColmVisible[static_cast<size_t>(c)] && MyColmAvailable[static_cast<size_t>(c)])
             items.push_back(MyColmTitles[static_cast<size_t>(c)][0]);
     return items;
+}
+
+void GridModel::Set_Column_Available(int32_t column, bool available) {
+    if (column < 0 || column > AllColumns) return;
+    const auto c = static_cast<size_t>(column);
+    MyColmAvailable[c] = available ? -1 : 0;
+    if (available || !MyColmVisible[c]) return;
+    MyColmVisible[c] = 0;
+    Keep_Order_After_Hiding();
 }
 
 void GridModel::mnuHide(int32_t position) {
@@ -240,6 +253,10 @@ void GridModel::mnuHide(int32_t position) {
                !columns.empty()) {
         MyColmVisible[static_cast<size_t>(columns.front())] = -1;
     }
+    Keep_Order_After_Hiding();
+}
+
+void GridModel::Keep_Order_After_Hiding() {
     Clear_Highlights();
     // The columns left on show keep the order the user gave them.
     std::vector<int32_t> order;
@@ -254,7 +271,7 @@ void GridModel::mnuHide(int32_t position) {
 bool GridModel::mnuInsert(const std::string& title, int32_t position) {
     int32_t column = -1;
     for (int32_t c = 0; c <= AllColumns; ++c)
-        if (!MyColmVisible[static_cast<size_t>(c)] &&
+        if (!MyColmVisible[static_cast<size_t>(c)] && MyColmAvailable[static_cast<size_t>(c)] &&
             MyColmTitles[static_cast<size_t>(c)][0] == title) {
             column = c;
             break;

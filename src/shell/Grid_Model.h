@@ -16,16 +16,18 @@ namespace kelmoran {
 
 // One column of a screen's table.
 struct ColumnDef {
-    std::string Long;    // title when it fits
-    std::string Short;   // title when the long one does not fit
-    int32_t Align = 0;   // 0 left, 1 right, 2 centred
-    std::string Sample;  // text whose measure gives the starting width ("" the title)
-    bool Shown = true;   // on show when the screen is first opened
+    std::string Long;       // title when it fits
+    std::string Short;      // title when the long one does not fit
+    int32_t Align = 0;      // 0 left, 1 right, 2 centred
+    std::string Sample;     // text whose measure gives the starting width ("" the title)
+    bool Shown = true;      // on show when the screen is first opened
+    bool Available = true;  // its data exists: only then is it offered or shown
 };
 
 // The column tables by screen key ("AltAz", "Clox", "Planets", "Lunations"); the altitude
 // titles of AltAz column 3 and Solar Bodies column 5 are `altitude` (long, short). Other
-// keys give an empty table.
+// keys give an empty table. AltAz's Tycho column (16) is not available: no table of Tycho
+// numbers is among the star data.
 std::vector<ColumnDef> Column_Table(const std::string& key, const std::string& altitudeLong,
                                     const std::string& altitudeShort);
 
@@ -76,7 +78,8 @@ class GridModel {
     std::vector<int32_t> MyStartWidths;                  // the widths of the opening layout
     std::vector<int32_t> MyMinWidth;
     std::vector<int16_t> MyColmVisible;
-    std::vector<int32_t> MyColmPtr;  // position -> column number, visible ones first
+    std::vector<int16_t> MyColmAvailable;  // by column: non-zero when its data exists
+    std::vector<int32_t> MyColmPtr;        // position -> column number, visible ones first
     std::vector<int32_t> MyColmFormat;
     std::vector<std::vector<std::string>> MyDataLabels;  // [column][row]
     std::vector<std::vector<Rect>> MyLabelsRect;         // [position][row], unscrolled
@@ -122,12 +125,16 @@ class GridModel {
 
     // The heading pop-up of this screen.
     std::vector<std::string> Menus_Create_Columns() const;
-    // The "Insert Column" items: the long titles of the hidden columns.
+    // The "Insert Column" items: the long titles of the hidden columns whose data exists.
     std::vector<std::string> Menu_Insert_AddRemove() const;
+    // Marks a column's data as existing or not (a table loaded later makes it available);
+    // a column that becomes unavailable is hidden.
+    void Set_Column_Available(int32_t column, bool available);
     // Hides the highlighted columns, or the one at `position` when none is; on Clocks the
     // date stays and the twilights are hidden on both sides of noon.
     void mnuHide(int32_t position);
-    // Makes the column of that long title visible at `position`; false if none is hidden.
+    // Makes the column of that long title visible at `position`; false if none is hidden
+    // and available.
     bool mnuInsert(const std::string& title, int32_t position);
     void Reset_Width(int32_t position);
     void Reset_All_Widths();
@@ -206,6 +213,8 @@ class GridModel {
     std::vector<int32_t> positionWidths_;
     int32_t Text_Width(const std::string& s, bool bold) const;
     void Clip_Cursor();
+    // MyColmPtr after columns were hidden: those on show in their order, then the rest.
+    void Keep_Order_After_Hiding();
 };
 
 }  // namespace kelmoran

@@ -399,6 +399,15 @@ bool AltAz_Loads_Tiers() {
     return Star_Tier_Available(next);
 }
 
+void Clear_Vector_Upper_State() {
+#if (defined(__x86_64__) || defined(__i386__)) && defined(__GNUC__)
+    static const bool wide = __builtin_cpu_supports("avx");
+    // vzeroupper keeps the low 128 bits of every register: no value the compiler holds in
+    // an SSE register is touched.
+    if (wide) __asm__ volatile("vzeroupper");
+#endif
+}
+
 ColumnTitle Altitude_Title() {
     if (Settings.IndexError != 0.0f) return {"Sextant Altitude", "Sex. Alt."};
     if (Settings.HtOfEye != 0.0f) return {"Observed Altitude", "Obs. Alt."};
@@ -408,6 +417,7 @@ ColumnTitle Altitude_Title() {
 // ------------------------------------------------------------------------------ AltAz
 
 AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
+    Clear_Vector_Upper_State();
     AltAzRows out;
     out.Labels.assign(kBodyNumberColumn + 1, {});
     out.SortKeys.assign(kAltAzColumns, {});
@@ -580,6 +590,7 @@ double Planets_Row_Moment(double jd, int32_t i, const std::string& unit, int32_t
 }  // namespace
 
 TableRows Planets_Rows(double jd, int32_t rowCount, bool useSeconds) {
+    Clear_Vector_Upper_State();
     TableRows out;
     out.Labels.assign(kPlanetsColumns, {});
     if (!std::isfinite(jd) || rowCount <= 0) return out;
@@ -644,6 +655,7 @@ TableRows Planets_Rows(double jd, int32_t rowCount, bool useSeconds) {
 // -------------------------------------------------------------------------- Moon Phases
 
 TableRows Lunations_Rows(double jd) {
+    Clear_Vector_Upper_State();
     TableRows out;
     out.Labels.assign(kLunationsColumns, std::vector<std::string>(12));
     out.Rows = 12;
@@ -688,6 +700,7 @@ std::string Zone_Date_Time(double t, int32_t bias, bool seconds) {
 }  // namespace
 
 MainPage Main_Rows(double jd, bool useSeconds) {
+    Clear_Vector_Upper_State();
     MainPage page;
     if (!std::isfinite(jd)) return page;
     const int32_t bias = TZ_Bias;

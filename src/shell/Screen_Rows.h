@@ -88,6 +88,14 @@ TableRows Planets_Rows(double jd, int32_t rowCount, bool useSeconds);
 // Moon Phases: the twelve months of the zone-time year that holds `jd`, columns 0 .. 9.
 TableRows Lunations_Rows(double jd);
 
+// Clears the upper halves of the processor's wide vector registers when it has them. Qt's
+// drawing and event code runs vectorised routines that can leave those halves in use, and
+// while they are, every plain SSE2 floating-point instruction of the calculations pays a
+// state-transition penalty (AltAz's rows took three times as long after the application
+// object had been made). The row functions below call this on entry, and a screen may call
+// it before its own work; it costs a few cycles.
+void Clear_Vector_Upper_State();
+
 // Main: one line of the page, a label and its value; a heading has no value.
 struct MainLine {
     std::string Label;

@@ -16,106 +16,35 @@ constexpr int32_t kMainRowHeight = 21;
 }  // namespace
 
 SplashScreen::SplashScreen(QWidget* window)
-    : window_(window), picture_(640, 400, QImage::Format_RGB32), myDates_(this) {
-    picture_.fill(Qt::white);
-    myDates_.IsShared = kTrue;
+    : DateStripScreen(screen_key::Splash, window, QSize(640, 400)) {
     myDates_.Configure_Standard_Dates(false, this, picture_.width());
 }
 
 void SplashScreen::Load() {
-    // The window may have changed size while another screen was showing.
-    if (window_ && window_->size() != picture_.size()) Resize(window_->size());
-    if (!Shell.Up_To_Date(screen_key::Splash)) {
-        SetDates();
-        CalcDates();
-    } else {
-        Draw();
-    }
-    Shell.Up_To_Date(screen_key::Splash) = kTrue;
+    if (!Load_Moment()) Draw();
     if (Shell.Host) Shell.Host->Repaint();
-}
-
-void SplashScreen::Force_Update() {
-    if (Shell.Up_To_Date(screen_key::Splash)) return;
-    SetDates();
-    CalcDates();
-    Shell.Up_To_Date(screen_key::Splash) = kTrue;
-    if (Shell.Host) Shell.Host->Repaint();
-}
-
-namespace {
-// The value of a date control that has never been set.
-constexpr double kNeverUsed = -730520.5;
-}  // namespace
-
-void SplashScreen::SetDates() {
-    const double zone = TZ_Bias / 1440.0;
-    if (myJD_ == Shell.CurrentJD) {
-        // This screen set the moment last: its strip may hold a change not yet taken.
-        const double shown = myDates_.My_JD();
-        if (shown != Shell.CurrentJD + zone && shown != kNeverUsed) Shell.CurrentJD = shown - zone;
-    }
-    myJD_ = Shell.CurrentJD;
-    myDates_.Set_Calendar(Shell.CalendarChoice != 0);
-    myDates_.My_TZ_Bias(TZ_Bias);
-    // MyTime tests the new date for calendar and zone; testing the old one first could move
-    // the calendar for a date that is no longer shown.
-    myDates_.MyTime(Shell.CurrentJD + zone);
-    myDates_.Paint_Dates(false);
 }
 
 void SplashScreen::CalcDates() {
-    const double zone = TZ_Bias / 1440.0;
-    const double shown = myDates_.My_JD();
-    if (shown != Shell.CurrentJD + zone) {
-        Shell.CurrentJD = shown - zone;
-        myJD_ = Shell.CurrentJD;
-    }
+    Take_Strip_Moment();
     const RowSources& rows = Row_Sources();
     page_ = rows.Main ? rows.Main(myJD_, myUseSeconds) : MainPage{};
     Draw();
 }
 
-void SplashScreen::MyDates_DateChange(cDates&, double jd) {
-    kelmoran::MyDates_DateChange(ClassType(), jd);
-    myJD_ = Shell.CurrentJD;
-    CalcDates();
-}
-
-void SplashScreen::MyDates_CalenderChg(cDates&, bool julian) {
-    kelmoran::MyDates_CalenderChg(ClassType(), julian ? kTrue : kFalse);
-}
-
-void SplashScreen::MyDates_TZChange(cDates&, int32_t minutes) {
-    kelmoran::MyDates_TZChange(ClassType(), minutes);
-}
-
 void SplashScreen::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
-    if (Edit.Editing && Edit.Form == this && button == mouse::Left && Edit.Cell.Contains(x, y)) {
-        Edit_Click(x);
-        return;
-    }
+    if (Click_Into_Edit(button, x, y)) return;
     myDates_.MouseDown(x, y, button, shift);
 }
 
 void SplashScreen::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
     // One step of the field under the mouse for each notch (120) of the wheel.
-    wheelRest_ += delta;
-    const int32_t steps = wheelRest_ / 120;
-    wheelRest_ -= steps * 120;
+    const int32_t steps = Wheel_Notches(delta);
     if (steps) myDates_.MouseScroll(x, y, steps);
 }
 
-void SplashScreen::Redraw_Cell(const Rect&) {
-    myDates_.Paint_Dates(false);
-}
-
 void SplashScreen::Resize(QSize size) {
-    if (size.isEmpty() || size == picture_.size()) return;
-    picture_ = QImage(size, QImage::Format_RGB32);
-    myDates_.MyWidth = size.width();
-    myDates_.Set_HotSpots();
-    Draw();
+    if (Resize_Picture(size)) Draw();
 }
 
 void SplashScreen::Draw() {

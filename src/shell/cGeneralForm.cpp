@@ -15,8 +15,6 @@ namespace kelmoran {
 
 namespace {
 
-// The value of a date control that has never been set.
-constexpr double kNeverUsed = -730520.5;
 // Height of a row of the grid and of the headings.
 constexpr int32_t kGridRowHeight = 18;
 constexpr int32_t kHeadingHeight = 22;
@@ -39,14 +37,7 @@ RowSources& Row_Sources() {
 }
 
 cGeneralForm::cGeneralForm(const std::string& key, QWidget* window, cSubClass* hook)
-    : key_(key),
-      window_(window),
-      hook_(hook),
-      picture_(900, 600, QImage::Format_RGB32),
-      myDates_(this),
-      form_(grid_) {
-    picture_.fill(Qt::white);
-    myDates_.IsShared = kTrue;
+    : DateStripScreen(key, window, QSize(900, 600)), hook_(hook), form_(grid_) {
     if (key_ == screen_key::Lunations)
         myDates_.Configure_Lunation_Dates(this, picture_.width());
     else
@@ -74,15 +65,7 @@ void cGeneralForm::Restore_Layout() {
 }
 
 void cGeneralForm::Load() {
-    // The window may have changed size while another screen was showing.
-    if (window_ && window_->size() != picture_.size()) Resize(window_->size());
-    if (!Shell.Up_To_Date(key_)) {
-        SetDates();
-        CalcDates();
-    } else {
-        grid_.Columns_Set_Working_Arrays();
-    }
-    Shell.Up_To_Date(key_) = kTrue;
+    if (!Load_Moment()) grid_.Columns_Set_Working_Arrays();
     // The cursor is placed on a valid cell when the screen comes up.
     grid_.Move_Cursor(0);
     Shell.CursorShown = kTrue;
@@ -96,35 +79,8 @@ void cGeneralForm::Load() {
     if (Shell.Host) Shell.Host->Repaint();
 }
 
-void cGeneralForm::Force_Update() {
-    if (Shell.Up_To_Date(key_)) return;
-    SetDates();
-    CalcDates();
-    Shell.Up_To_Date(key_) = kTrue;
-    if (Shell.Host) Shell.Host->Repaint();
-}
-
-void cGeneralForm::SetDates() {
-    const double zone = TZ_Bias / 1440.0;
-    if (myJD_ == Shell.CurrentJD) {
-        // This screen set the moment last: its strip may hold a change not yet taken.
-        const double shown = myDates_.My_JD();
-        if (shown != Shell.CurrentJD + zone && shown != kNeverUsed) Shell.CurrentJD = shown - zone;
-    }
-    myJD_ = Shell.CurrentJD;
-    myDates_.Set_Calendar(Shell.CalendarChoice != 0);
-    myDates_.My_TZ_Bias(TZ_Bias);
-    myDates_.MyTime(Shell.CurrentJD + zone);
-    myDates_.Paint_Dates(false);
-}
-
 void cGeneralForm::CalcDates() {
-    const double zone = TZ_Bias / 1440.0;
-    const double shown = myDates_.My_JD();
-    if (shown != Shell.CurrentJD + zone) {
-        Shell.CurrentJD = shown - zone;
-        myJD_ = Shell.CurrentJD;
-    }
+    Take_Strip_Moment();
     const RowSources& rows = Row_Sources();
     ++Calculations;
     if (rows.Title) {
@@ -141,7 +97,7 @@ void cGeneralForm::CalcDates() {
         altaz_ = rows.AltAz ? rows.AltAz(myJD_, catalogueNumbers_) : AltAzRows{};
         if (deep) QGuiApplication::restoreOverrideCursor();
         drWarning_ = altaz_.DRwarning;
-        Apply_AltAz();
+        Apply_AltAz(true);
     } else {
         TableRows t;
         if (key_ == screen_key::Planets && rows.Planets)
@@ -159,22 +115,37 @@ void cGeneralForm::CalcDates() {
     Draw();
 }
 
-void cGeneralForm::Apply_AltAz() {
+void cGeneralForm::Apply_AltAz(bool freshRows) {
     const int32_t n = altaz_.Rows;
+    // The cell texts go to the grid by moving, not copying: the rows just calculated come
+    // in their natural order; on a new sort the grid's own texts are rearranged.
+    std::vector<std::vector<std::string>> natural;
+    std::vector<int32_t> position;  // where each natural row stands in `natural`
+    if (freshRows) {
+        natural = std::move(altaz_.Labels);
+        altaz_.Labels.clear();
+        position.resize(static_cast<size_t>(std::max(n, 0)));
+        std::iota(position.begin(), position.end(), 0);
+    } else {
+        natural = std::move(grid_.MyDataLabels);
+        grid_.MyDataLabels.clear();
+        position.assign(static_cast<size_t>(std::max(n, 0)), 0);
+        for (size_t i = 0; i < order_.size() && i < position.size(); ++i)
+            position[static_cast<size_t>(order_[i])] = static_cast<int32_t>(i);
+    }
     order_.resize(static_cast<size_t>(std::max(n, 0)));
     std::iota(order_.begin(), order_.end(), 0);
     if (sortColumn_ >= 0 && Row_Sources().Sort) {
         std::vector<int32_t> sorted = Row_Sources().Sort(altaz_, sortColumn_, sortAscending_);
         if (sorted.size() == order_.size()) order_ = std::move(sorted);
     }
-    std::vector<std::vector<std::string>> labels(altaz_.Labels.size());
-    for (size_t c = 0; c < altaz_.Labels.size(); ++c) {
+    std::vector<std::vector<std::string>> labels(natural.size());
+    for (size_t c = 0; c < natural.size(); ++c) {
+        auto& column = natural[c];
         labels[c].reserve(order_.size());
         for (int32_t r : order_) {
-            const auto& column = altaz_.Labels[c];
-            labels[c].push_back(static_cast<size_t>(r) < column.size()
-                                    ? column[static_cast<size_t>(r)]
-                                    : std::string());
+            const auto at = static_cast<size_t>(position[static_cast<size_t>(r)]);
+            labels[c].push_back(at < column.size() ? std::move(column[at]) : std::string());
         }
     }
     grid_.Set_Data(std::move(labels), n);
@@ -184,7 +155,7 @@ void cGeneralForm::Sort_By(int32_t column, bool ascending) {
     if (key_ != screen_key::AltAz) return;
     sortColumn_ = column;
     sortAscending_ = ascending;
-    Apply_AltAz();
+    Apply_AltAz(false);
     SetScrollBars();
     Draw();
 }
@@ -312,34 +283,15 @@ void cGeneralForm::SetScrollBars() {
     hook_->Set_HPos(-grid_.Scroll_DX());
 }
 
-void cGeneralForm::MyDates_DateChange(cDates&, double jd) {
-    kelmoran::MyDates_DateChange(key_, jd);
-    myJD_ = Shell.CurrentJD;
-    CalcDates();
-    if (Shell.Host) Shell.Host->Repaint();
-}
-
-void cGeneralForm::MyDates_CalenderChg(cDates&, bool julian) {
-    kelmoran::MyDates_CalenderChg(key_, julian ? kTrue : kFalse);
-}
-
-void cGeneralForm::MyDates_TZChange(cDates&, int32_t minutes) {
-    kelmoran::MyDates_TZChange(key_, minutes);
+void cGeneralForm::MyDates_TZChange(cDates& sender, int32_t minutes) {
+    DateStripScreen::MyDates_TZChange(sender, minutes);
     // The moment is the same; its rows are in the new zone.
     CalcDates();
 }
 
-void cGeneralForm::Redraw_Cell(const Rect&) {
-    myDates_.Paint_Dates(false);
-}
-
 void cGeneralForm::Resize(QSize size) {
-    if (size.isEmpty() || size == picture_.size()) return;
     const int32_t oldPage = grid_.Page_Rows();
-    picture_ = QImage(size, QImage::Format_RGB32);
-    picture_.fill(Qt::white);
-    myDates_.MyWidth = size.width();
-    myDates_.Set_HotSpots();
+    if (!Resize_Picture(size)) return;
     Set_Geometry();
     grid_.Columns_Set_Working_Arrays();
     // Solar Bodies has as many rows as fill the screen.
@@ -390,10 +342,7 @@ int32_t cGeneralForm::Position_Near(int32_t x) const {
 }
 
 void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
-    if (Edit.Editing && Edit.Form == this && button == mouse::Left && Edit.Cell.Contains(x, y)) {
-        Edit_Click(x);
-        return;
-    }
+    if (Click_Into_Edit(button, x, y)) return;
     if (y < grid_.GridTop) {
         myDates_.MouseDown(x, y, button, shift);
         return;
@@ -474,9 +423,7 @@ void cGeneralForm::SysMsg_MouseUp(int32_t button, int32_t, int32_t x, int32_t) {
 }
 
 void cGeneralForm::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
-    wheelRest_ += delta;
-    const int32_t steps = wheelRest_ / 120;
-    wheelRest_ -= steps * 120;
+    const int32_t steps = Wheel_Notches(delta);
     if (!steps) return;
     if (y < grid_.GridTop) {
         myDates_.MouseScroll(x, y, steps);

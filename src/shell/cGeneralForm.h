@@ -10,12 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "shell/Drawing.h"
+#include "shell/DateStripScreen.h"
 #include "shell/Grid_Model.h"
-#include "shell/M_SubClass.h"
 #include "shell/Screen_Rows.h"
-#include "shell/UiScreen.h"
-#include "shell/cDatesView.h"
 #include "shell/cMainForm.h"
 
 namespace kelmoran {
@@ -36,39 +33,24 @@ RowSources& Row_Sources();
 // The row calculations of Screen_Rows.
 RowSources Screen_Row_Sources();
 
-class cGeneralForm : public UiScreen, public PictureForm, public cDatesOwner, public SysMsgSink {
+class cGeneralForm : public DateStripScreen {
   public:
     // `key` is the screen's key (NewScreenType); `window` shows the picture and `hook`
     // holds its scroll bars.
     cGeneralForm(const std::string& key, QWidget* window = nullptr, cSubClass* hook = nullptr);
 
     // cScreen
-    std::string ClassType() const override { return key_; }
     void Load() override;
-    void Force_Update() override;
-    void SetDates() override;
     void CalcDates() override;
     void Menu_PopUp(const std::string& caption) override;
     void Restore_Layout() override;
     void Kill_Activities(const CursorState& state) override;
-    void Set_Visible(bool visible) override { visible_ = visible; }
-    void mnuPrint() override {}
 
     // UiScreen
-    const QImage& Picture() const override { return picture_; }
     void Resize(QSize size) override;
 
-    // PictureForm
-    QImage& Form_Picture() override { return picture_; }
-    QWidget* Form_Window() const override { return window_; }
-    void Redraw_Cell(const Rect& cell) override;
-
-    // cDatesOwner
-    void MyDates_DateChange(cDates& sender, double jd) override;
-    void MyDates_CalenderChg(cDates& sender, bool julian) override;
+    // cDatesOwner: the rows of the same moment are calculated again in the new zone.
     void MyDates_TZChange(cDates& sender, int32_t minutes) override;
-    EditCanvas* Edit_Form() override { return this; }
-    std::string Owner_Type() const override { return "fMain"; }
 
     // SysMsgSink
     void SysMsg_VChange(int32_t pos) override;
@@ -95,11 +77,10 @@ class cGeneralForm : public UiScreen, public PictureForm, public cDatesOwner, pu
 
     GridModel& Grid() { return grid_; }
     const GridModel& Grid() const { return grid_; }
-    cDatesView& MyDates() { return myDates_; }
-    double MyJD() const { return myJD_; }
     bool MyDRwarning() const { return drWarning_; }
-    bool myUseSeconds = false;
-    // The AltAz rows as calculated, in their natural order, and the order shown.
+    // The AltAz rows as calculated, in their natural order, and the order shown. Their
+    // cell texts have gone to the grid (in the order shown); the sort keys and body
+    // numbers stay here.
     const AltAzRows& AltAz_Data() const { return altaz_; }
     const std::vector<int32_t>& Row_Order() const { return order_; }
     // Times the rows were calculated (each CalcDates).
@@ -108,20 +89,16 @@ class cGeneralForm : public UiScreen, public PictureForm, public cDatesOwner, pu
   private:
     void Draw();
     void Set_Geometry();
-    void Apply_AltAz();
+    // Puts the AltAz texts on the grid in the order of the sort in force: those of rows
+    // just calculated (`freshRows`), or the grid's own ones rearranged.
+    void Apply_AltAz(bool freshRows);
     void Sort_By(int32_t column, bool ascending);
     void Insert_Column(const std::string& title);
     void Show_Heading_Menu(int32_t position, int32_t x, int32_t y);
     int32_t Position_Near(int32_t x) const;
 
-    std::string key_;
-    QWidget* window_ = nullptr;
     cSubClass* hook_ = nullptr;
-    QImage picture_;
-    double myJD_ = 0.0;
-    bool visible_ = false;
     bool drWarning_ = false;
-    cDatesView myDates_;
     GridModel grid_;
     cMainForm form_;
     AltAzRows altaz_;
@@ -131,7 +108,6 @@ class cGeneralForm : public UiScreen, public PictureForm, public cDatesOwner, pu
     bool catalogueNumbers_ = false;
     bool widened_ = false;  // the opening widths have been fitted to the first rows
     int32_t popupPosition_ = -1;
-    int32_t wheelRest_ = 0;
     // The last click on a line between headings or in the corner, for the double click.
     QElapsedTimer clock_;
     qint64 lastClick_ = 0;

@@ -107,7 +107,8 @@ TEST(GridColumns, HeadingUsesShortTitleWhenLongDoesNotFit) {
 
 TEST(GridHideInsert, HideAndInsertAtAPosition) {
     GridModel g = Make("AltAz", 3);
-    EXPECT_EQ(g.Menu_Insert_AddRemove().size(), 14u);
+    // Every hidden column but Tycho, which has no data.
+    EXPECT_EQ(g.Menu_Insert_AddRemove().size(), 13u);
     g.mnuHide(1);  // the altitude
     EXPECT_EQ(g.Visible_Columns(), (std::vector<int32_t>{2, 4, 9}));
     const auto items = g.Menu_Insert_AddRemove();
@@ -129,6 +130,33 @@ TEST(GridHideInsert, InsertListIsEmptyWhenAllAreVisible) {
     EXPECT_TRUE(g.Menu_Insert_AddRemove().empty());
     g.mnuHide(9);
     EXPECT_EQ(g.Menu_Insert_AddRemove(), (std::vector<std::string>{"Eclipses"}));
+}
+
+TEST(GridHideInsert, TychoIsOfferedOnlyOnceItsNumbersExist) {
+    GridModel g = Make("AltAz", 3);
+    const auto offered = [&g] {
+        const auto items = g.Menu_Insert_AddRemove();
+        return std::find(items.begin(), items.end(), "Tycho") != items.end();
+    };
+    // No Tycho table: not offered, not insertable by its title, and never brought on show
+    // by inserting everything else.
+    EXPECT_FALSE(offered());
+    EXPECT_FALSE(g.mnuInsert("Tycho", 0));
+    while (!g.Menu_Insert_AddRemove().empty())
+        ASSERT_TRUE(g.mnuInsert(g.Menu_Insert_AddRemove().front(), 0));
+    EXPECT_EQ(g.ColmsInUse, 16);
+    const auto shown = g.Visible_Columns();
+    EXPECT_EQ(std::find(shown.begin(), shown.end(), 16), shown.end());
+    // The column stays in the model: a table loaded later makes it available and it goes
+    // in like any other; losing the table again takes it off the screen.
+    g.Set_Column_Available(16, true);
+    EXPECT_EQ(g.Menu_Insert_AddRemove(), (std::vector<std::string>{"Tycho"}));
+    EXPECT_TRUE(g.mnuInsert("Tycho", 2));
+    EXPECT_EQ(g.MyColmPtr[2], 16);
+    g.Set_Column_Available(16, false);
+    EXPECT_EQ(g.ColmsInUse, 16);
+    EXPECT_EQ(g.MyColmPtr[2], shown[2]);
+    EXPECT_TRUE(g.Menu_Insert_AddRemove().empty());
 }
 
 TEST(GridHideInsert, ClocksMirrorsTwilightsAndKeepsTheDate) {
