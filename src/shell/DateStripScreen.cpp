@@ -77,6 +77,8 @@ void DateStripScreen::MyDates_CalenderChg(cDates&, bool julian) {
 
 void DateStripScreen::MyDates_TZChange(cDates&, int32_t minutes) {
     kelmoran::MyDates_TZChange(key_, minutes);
+    // The moment is the same; the screen's times are in the new zone.
+    CalcDates();
 }
 
 void DateStripScreen::Redraw_Cell(const Rect&) {

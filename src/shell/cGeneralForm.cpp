@@ -283,12 +283,6 @@ void cGeneralForm::SetScrollBars() {
     hook_->Set_HPos(-grid_.Scroll_DX());
 }
 
-void cGeneralForm::MyDates_TZChange(cDates& sender, int32_t minutes) {
-    DateStripScreen::MyDates_TZChange(sender, minutes);
-    // The moment is the same; its rows are in the new zone.
-    CalcDates();
-}
-
 void cGeneralForm::Resize(QSize size) {
     const int32_t oldPage = grid_.Page_Rows();
     if (!Resize_Picture(size)) return;

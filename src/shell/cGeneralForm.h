@@ -49,9 +49,6 @@ class cGeneralForm : public DateStripScreen {
     // UiScreen
     void Resize(QSize size) override;
 
-    // cDatesOwner: the rows of the same moment are calculated again in the new zone.
-    void MyDates_TZChange(cDates& sender, int32_t minutes) override;
-
     // SysMsgSink
     void SysMsg_VChange(int32_t pos) override;
     void SysMsg_hScrollColmShift(int32_t colm) override;

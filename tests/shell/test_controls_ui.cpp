@@ -138,6 +138,19 @@ TEST_F(MainStrip, AWholeDateTypedFieldAfterFieldInAZone) {
     TZ_Bias = 0;
 }
 
+TEST_F(MainStrip, AChangeOfZoneFromTheStripWorksMainOutInTheNewZone) {
+    Show(Date(2024, 3, 15, 21, 0, 0));
+    const MainPage before = splash->Page();
+    // The strip raises its zone event, as at a change of summer time.
+    splash->MyDates_TZChange(Strip(), 120);
+    EXPECT_EQ(TZ_Bias, 120);
+    Expect_Page_Of_Moment();
+    bool moved = false;
+    for (size_t i = 0; i < before.Day.size() && i < splash->Page().Day.size(); ++i)
+        moved |= before.Day[i].Value != splash->Page().Day[i].Value;
+    EXPECT_TRUE(moved) << "Main's times stayed in the old zone";
+}
+
 TEST_F(MainStrip, TheCasesOfTheStripTypedWithRealKeys) {
     struct Case {
         MySystemTime from;
