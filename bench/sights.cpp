@@ -22,7 +22,7 @@ void Observer() {
     Settings.ObserverLat = 0.7f;
     Settings.ObserverLong = -0.2f;
     Compute_Derived_Settings();
-    SightsFilter.AltLimit = static_cast<float>(10.0 / kMinPerRad);
+    SightsFilter.AltLimit = static_cast<float>(10.0 / kArcminPerRadian);
     SightsFilter.AzLimit = 20.0f;
     SightsFilter.DaylightStars = kTrue;
 }
@@ -55,7 +55,7 @@ void BM_Fix_With_Ellipse_Eight_Sights(benchmark::State& state) {
         Sight_Record& s = set.Sights[i];
         s.Row_Used = s.Has_Body = kTrue;
         s.Line_Az = az[i];
-        s.Intercept = static_cast<float>(minutes[i] / kMinPerRad);
+        s.Intercept = static_cast<float>(minutes[i] / kArcminPerRadian);
     }
     set.Fix_Sight.DR_Lat = 0.7f;
     set.Fix_Sight.DR_Long = -0.2f;

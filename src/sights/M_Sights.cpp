@@ -12,6 +12,7 @@
 #include "ephemeris/Planets.h"
 #include "ephemeris/Star_Place.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "stars/M_Resources.h"
@@ -23,8 +24,7 @@ namespace kelmoran {
 
 namespace {
 
-constexpr double kHalfPi = 1.5707963267949;
-constexpr double kOneDegree = 1.0 / kDegPerRad;
+constexpr double kOneDegree = 1.0 / kDegreesPerRadian;
 // The Earth's equatorial and polar radii (km) and the inverse flattening of the radius
 // at a latitude: WGS 84.
 constexpr double kEquatorialKm = 6378.137;
@@ -211,7 +211,7 @@ Body_Test Test_Body(const Reduction_Work& w, int32_t code, const BodyPlace& plac
             t.HP = distance != 0 ? kEquatorialKm / distance : 0.0;
             t.SD = static_cast<float>(t.SD * (1.0 + t.HP * std::sin(w.Corrected_Alt) * t.Rho));
         } else {
-            t.HP = distance != 0 ? kSolarParallax / kSecPerRad / distance : 0.0;
+            t.HP = distance != 0 ? kSolarParallax / kArcsecPerRadian / distance : 0.0;
         }
         const double lat = w.DR_Lat;
         const double axes = kPolarKm / kEquatorialKm;
@@ -221,7 +221,7 @@ Body_Test Test_Body(const Reduction_Work& w, int32_t code, const BodyPlace& plac
                              std::cos(d));
     }
     t.Hc = kHalfPi - t.Zc - t.SD - t.Parallax;
-    t.Zn_Deg = Round_Even(t.Zn * kDegPerRad, 5);
+    t.Zn_Deg = Round_Even(t.Zn * kDegreesPerRadian, 5);
     t.Az_Diff = std::fabs(t.Zn_Deg - w.Sight_Az);
     if (t.Az_Diff > 180) t.Az_Diff = 360 - t.Az_Diff;
     t.Alt_Diff = static_cast<float>(t.Hc - w.Corrected_Alt);
@@ -239,7 +239,7 @@ void Declination_Bounds(float lat, double& lowest, double& highest) {
 }
 
 std::string Intercept_Text(float intercept) {
-    return Intercept_Text(intercept * kMinPerRad, " away", " towards");
+    return Intercept_Text(intercept * kArcminPerRadian, " away", " towards");
 }
 
 std::string Intercept_Text(double minutes, const char* away, const char* towards) {
@@ -282,7 +282,8 @@ void Reduce_Sight(SightSet& set, int row, bool redraw) {
     if (s.Alt_Entered == 0 || s.Az_Entered == 0) return;
 
     s.Sextant_Alt = static_cast<float>(
-        Round_Even(static_cast<double>(s.Sextant_Alt) * kMinPerRad * 10.0) / 10.0 / kMinPerRad);
+        Round_Even(static_cast<double>(s.Sextant_Alt) * kArcminPerRadian * 10.0) / 10.0 /
+        kArcminPerRadian);
     const int32_t wanted = s.Has_Body != 0 ? s.Body_Id : -1;
     s.Has_Body = 0;
 

@@ -15,6 +15,7 @@
 
 #include "ephemeris/Body_Place.h"
 #include "ephemeris/Earth_Frame.h"
+#include "ephemeris/Units.h"
 #include "sights/Sights.h"
 
 namespace kelmoran {
@@ -22,7 +23,7 @@ namespace kelmoran {
 // The value of the star limit that stands for the named navigational stars only.
 inline constexpr int32_t kSightMainStars = 209;
 // Margins of the rough filter, taken before the full place of the Moon and planets.
-inline constexpr double kRoughAltMargin = 30.0 / 3437.74677078494;  // 30' in radians
+inline constexpr double kRoughAltMargin = 30.0 / kArcminPerRadian;  // 30' in radians
 inline constexpr double kRoughAzMargin = 5.0;                       // degrees
 
 // Signed radii of the limbs and planets (Sun and planets in AU, the Moon in km; an upper

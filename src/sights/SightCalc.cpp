@@ -13,6 +13,7 @@
 #include "ephemeris/Star_Place.h"
 #include "ephemeris/Sun.h"
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "sights/M_Sights.h"
@@ -23,7 +24,6 @@ namespace kelmoran {
 
 namespace {
 
-constexpr double kHalfPi = 1.5707963267949;
 constexpr double kMinutesPerCircle = 21600.0;
 // Hourly rates of the increments tables, minutes of arc per hour: the Sun and planets at
 // 15°, the Moon at 14° 19'.0 (the least rate, so that its v is always positive), Aries at
@@ -54,7 +54,7 @@ double Wrap(double a) {
 
 // Radians rounded to a tenth of a minute of arc.
 double Tenth(double radians) {
-    return Round_Even(radians * kMinPerRad, 1) / kMinPerRad;
+    return Round_Even(radians * kArcminPerRadian, 1) / kArcminPerRadian;
 }
 
 // The body's place at `frame`'s moment: GHA, Dec and distance (km for the Moon, AU for the
@@ -84,7 +84,7 @@ BodyPlace Place_Of(int32_t code, const EarthFrame& frame) {
 
 // A signed small angle in minutes: "+12'.3" or "-2'.45".
 std::string Corr_Text(double radians, int places) {
-    const double m = radians * kMinPerRad;
+    const double m = radians * kArcminPerRadian;
     const char* maskText = places >= 2 ? "#0'.00" : "#0'.0";
     const std::string body = Format_Number(std::fabs(m), maskText);
     const double shown = Round_Even(std::fabs(m), places >= 2 ? 2 : 1);
@@ -95,8 +95,9 @@ std::string Corr_Text(double radians, int places) {
 // An altitude or zenith distance, signed: "-0° 12'.3", "45° 07'.2".
 std::string Alt_Text(double radians, int places) {
     const std::string text = Format_Angle(std::fabs(radians), places, false);
-    return radians < 0 && Round_Even(std::fabs(radians) * kMinPerRad, places) != 0 ? "-" + text
-                                                                                   : text;
+    return radians < 0 && Round_Even(std::fabs(radians) * kArcminPerRadian, places) != 0
+               ? "-" + text
+               : text;
 }
 
 // A difference of latitude or longitude in minutes: `zero` when it rounds to 0'.0, minutes
@@ -107,7 +108,7 @@ std::string Difference_Text(double minutes, const char* zero, const char* plus, 
     if (shown == 0) return zero;
     if (std::fabs(shown) < 60)
         return Format_Number(std::fabs(minutes), "#0'.0") + (minutes > 0 ? plus : minus);
-    return whole(minutes / kMinPerRad, 1, false);
+    return whole(minutes / kArcminPerRadian, 1, false);
 }
 
 std::string DLat_Text(double minutes) {
@@ -218,8 +219,8 @@ void Calc_GHA(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Value
     const double h0 = hourIndex / 24.0 - 0.5;
     const EarthFrame f0 = Calc_EarthFrame(h0);
     if (Is_Star(code)) {
-        v.GHA_Hour = Round_Even(f0.GAST * kMinPerRad, 1) / kMinPerRad;
-        v.Increment = Round_Even(kRateAries * fraction, 1) / kMinPerRad;
+        v.GHA_Hour = Round_Even(f0.GAST * kArcminPerRadian, 1) / kArcminPerRadian;
+        v.Increment = Round_Even(kRateAries * fraction, 1) / kArcminPerRadian;
         if (!o.Astro_Data) v.SHA = Tenth(v.SHA);
         v.Dec_Hour = Tenth(place.Dec);
     } else {
@@ -227,17 +228,17 @@ void Calc_GHA(const Sight_Record& s, const SightCalc_Options& o, SightCalc_Value
         const BodyPlace p0 = Place_Of(code, f0);
         const BodyPlace p1 = Place_Of(code, f1);
         const double rate = Is_Moon(code) ? kRateMoon : kRateSunPlanets;
-        double change = std::fmod((p1.GHA - p0.GHA) * kMinPerRad, kMinutesPerCircle);
+        double change = std::fmod((p1.GHA - p0.GHA) * kArcminPerRadian, kMinutesPerCircle);
         if (change < 0) change += kMinutesPerCircle;
-        v.GHA_Hour = Round_Even(Wrap(p0.GHA) * kMinPerRad, 1) / kMinPerRad;
-        v.Increment = Round_Even(rate * fraction, 1) / kMinPerRad;
+        v.GHA_Hour = Round_Even(Wrap(p0.GHA) * kArcminPerRadian, 1) / kArcminPerRadian;
+        v.Increment = Round_Even(rate * fraction, 1) / kArcminPerRadian;
         const double vMinutes = Round_Even(change - rate, 1);
-        v.V = vMinutes / kMinPerRad;
-        v.V_Corr = Round_Even(vMinutes * fraction, 1) / kMinPerRad;
+        v.V = vMinutes / kArcminPerRadian;
+        v.V_Corr = Round_Even(vMinutes * fraction, 1) / kArcminPerRadian;
         v.Dec_Hour = Tenth(p0.Dec);
-        const double dMinutes = Round_Even((p1.Dec - p0.Dec) * kMinPerRad, 1);
-        v.D = dMinutes / kMinPerRad;
-        v.D_Corr = Round_Even(dMinutes * fraction, 1) / kMinPerRad;
+        const double dMinutes = Round_Even((p1.Dec - p0.Dec) * kArcminPerRadian, 1);
+        v.D = dMinutes / kArcminPerRadian;
+        v.D_Corr = Round_Even(dMinutes * fraction, 1) / kArcminPerRadian;
     }
 
     if (o.Astro_Data) {
@@ -279,7 +280,7 @@ void Calc_Sight(const Sight_Record& s, const SightCalc_Options& o, const Reducti
             if (o.Lat_Correction) v.HP_Reduction = v.HP * (1.0 - rho);
             if (o.Augmentation) v.Augmentation = sd0 * v.HP * std::sin(observed) * rho;
         } else if (o.Parallax) {
-            v.HP = kSolarParallax / kSecPerRad / v.Distance;
+            v.HP = kSolarParallax / kArcsecPerRadian / v.Distance;
         }
         v.SD = keep(sd0 + v.Augmentation);
         const double hp = v.HP - v.HP_Reduction;
@@ -289,7 +290,7 @@ void Calc_Sight(const Sight_Record& s, const SightCalc_Options& o, const Reducti
             // along the azimuth, as the reduction takes it.
             const double axes = kPolarKm / kEquatorialKm;
             const double dPhi = lat - std::atan(std::tan(lat) / (axes * axes));
-            const double zn = v.Exact_Azimuth / kDegPerRad;
+            const double zn = v.Exact_Azimuth / kDegreesPerRadian;
             const double d = dPhi * std::cos(zn);
             v.Parallax = Arc_Sin(std::cos(dPhi) * hp * std::sin(zd - d) / std::cos(d));
         } else {
@@ -303,7 +304,8 @@ void Calc_Sight(const Sight_Record& s, const SightCalc_Options& o, const Reducti
     v.True_Alt = observed + v.SD + v.Parallax;
     v.TZD = kHalfPi - v.True_Alt;
 
-    v.TZD_Error = (v.TZD - (kHalfPi - (w.Corrected_Alt + test.SD + test.Parallax))) * kMinPerRad;
+    v.TZD_Error =
+        (v.TZD - (kHalfPi - (w.Corrected_Alt + test.SD + test.Parallax))) * kArcminPerRadian;
 }
 
 void Calc_Result(const SightCalc_Options& o, SightCalc_Values& v) {
@@ -313,7 +315,7 @@ void Calc_Result(const SightCalc_Options& o, SightCalc_Values& v) {
     v.CZD =
         Arc_Cos(std::sin(lat) * std::sin(dec) + std::cos(lat) * std::cos(dec) * std::cos(v.LHA));
     if (simple) v.CZD = Tenth(v.CZD);
-    v.Intercept = (v.TZD - v.CZD) * kMinPerRad;
+    v.Intercept = (v.TZD - v.CZD) * kArcminPerRadian;
     if (simple) v.Intercept = Round_Even(v.Intercept, 1);
     v.Total_Error = v.Intercept - v.Reference_Intercept;
     v.ABC = Calc_ABC_values(lat, v.LHA, dec);
@@ -378,7 +380,8 @@ void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t b
     if (o.Show_Errors)
         L.Add(o.Astro_Data ? "(TZD Error" : "(Rounding Error", Error_Text(v.TZD_Error));
     if (hasParallax)
-        L.Add("Horizontal Parallax", Format_Number(v.HP * kMinPerRad, p >= 2 ? "#0'.00" : "#0'.0"));
+        L.Add("Horizontal Parallax",
+              Format_Number(v.HP * kArcminPerRadian, p >= 2 ? "#0'.00" : "#0'.0"));
     if (Is_Moon(code) && o.Lat_Correction)
         L.Add("Redn in HP for Latitude", Corr_Text(-v.HP_Reduction, p));
     if (Is_Moon(code) && o.Augmentation) L.Add("Augmentation of SD", Corr_Text(v.Augmentation, p));
@@ -387,8 +390,8 @@ void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t b
     if (o.Astro_Data) {
         L.Add("Julian Day", Format_Number(v.Julian_Day, "#,##0.00000"));
         L.Add("Dt", Format_Number(v.Delta_T, "#0.0") + "s");
-        L.Add("in Longitude", Format_Number(v.Nut_Long * kSecPerRad, "#0.000") + "\"");
-        L.Add("in Obliquity", Format_Number(v.Nut_Obl * kSecPerRad, "#0.000") + "\"");
+        L.Add("in Longitude", Format_Number(v.Nut_Long * kArcsecPerRadian, "#0.000") + "\"");
+        L.Add("in Obliquity", Format_Number(v.Nut_Obl * kArcsecPerRadian, "#0.000") + "\"");
         L.Add("Obliquity of Eclipitic", Format_Angle_DMS(v.Obliquity, 2, false));
         L.Add("Aries", Format_Angle(v.Aries, p, false));
         L.Add("RA of Body", Format_RA(v.RA, 2, false));
@@ -449,8 +452,8 @@ void Compile_Lines(const SightCalc_Options& o, SightCalc_Sheet& sheet, int32_t b
 }  // namespace
 
 double Sheet_Refraction(double h, bool tabular) {
-    if (tabular || !(h >= 11.0 / kDegPerRad)) return Refraction_Table(static_cast<float>(h));
-    return 0.96 / std::tan(h) / kMinPerRad;
+    if (tabular || !(h >= 11.0 / kDegreesPerRadian)) return Refraction_Table(static_cast<float>(h));
+    return 0.96 / std::tan(h) / kArcminPerRadian;
 }
 
 ABC_Values Calc_ABC_values(double lat, double lha, double dec) {
@@ -461,7 +464,7 @@ ABC_Values Calc_ABC_values(double lat, double lha, double dec) {
     if (!(std::fabs(cosLat) > 1e-9) || !(std::fabs(sinLha) > 1e-12) ||
         !(std::fabs(std::cos(dec)) > 1e-12))
         return r;
-    const double degLha = lha * kDegPerRad;
+    const double degLha = lha * kDegreesPerRadian;
     const bool belowSixHours = degLha > 90.0 && degLha < 270.0;
     const char latName = lat >= 0 ? 'N' : 'S';
     const char other = latName == 'N' ? 'S' : 'N';
@@ -476,7 +479,7 @@ ABC_Values Calc_ABC_values(double lat, double lha, double dec) {
         r.C = Round_Even(std::fabs(r.A - r.B), 2);
         r.C_Name = r.A >= r.B ? r.A_Name : r.B_Name;
     }
-    r.Bearing = r.C == 0 ? 90.0 : std::atan(1.0 / (r.C * std::fabs(cosLat))) * kDegPerRad;
+    r.Bearing = r.C == 0 ? 90.0 : std::atan(1.0 / (r.C * std::fabs(cosLat))) * kDegreesPerRadian;
     r.Bearing_EW = degLha > 180.0 ? 'E' : 'W';
     if (r.C_Name == 'N')
         r.Azimuth = r.Bearing_EW == 'E' ? r.Bearing : 360.0 - r.Bearing;
@@ -525,7 +528,7 @@ SightCalc_Sheet Calc_Data(const SightSet& set, int row, const SightCalc_Options&
     place.Distance = v.Distance;
     const Body_Test reference = Test_Body(w, v.Body_Id, place);
     v.Exact_Azimuth = reference.Zn_Deg;
-    v.Reference_Intercept = reference.Alt_Diff * kMinPerRad;
+    v.Reference_Intercept = reference.Alt_Diff * kArcminPerRadian;
     Calc_Sight(s, options, w, reference, v);
     Calc_Result(options, v);
     Calc_Sight_ITP(options, v);

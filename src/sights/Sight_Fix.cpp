@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "ephemeris/Units.h"
 #include "voyage/Navigation.h"
 #include "voyage/Position_Methods.h"
 
@@ -38,13 +39,13 @@ Sheet_Line Line_Of(const Line_Table& t, std::size_t i, float plotScale, bool nud
                    Within(af, 359.9999127335374f, 360.0f);
     l.Zonal = Within(af, 89.9999127335374f, 90.0000872664626f) ||
               Within(af, 269.9999127335374f, 270.0000872664626f);
-    l.A = a / kDegPerRad;
+    l.A = a / kDegreesPerRadian;
     if (I < 0) {
         I = std::fabs(I);
         l.A += kPi;
         if (l.A > 6.2831855) l.A -= kTwoPi;
     }
-    if (nudgeZero && l.A == 0) l.A = 1.0 / kSecPerRad;
+    if (nudgeZero && l.A == 0) l.A = 1.0 / kArcsecPerRadian;
     l.x = std::lround(std::nearbyint(std::sin(l.A) * I * plotScale));
     l.y = std::lround(std::nearbyint(-std::cos(l.A) * I * plotScale));
     // The crossings in the frame of the sheet's crossing formulae, in which a line is
@@ -64,7 +65,7 @@ int Merge_Close_Lines(const SightSet& set, Line_Table& t) {
     for (std::size_t i = 0; i < n; ++i) {
         if (!Used(set.Sights[i])) continue;
         t.Az[i] = set.Sights[i].Line_Az;
-        t.Int[i] = set.Sights[i].Intercept * kDegPerRad;
+        t.Int[i] = set.Sights[i].Intercept * kDegreesPerRadian;
         t.Use[i] = 1.0;
     }
     int goodPairs = 0;
@@ -127,7 +128,7 @@ void Intersect_Lines(const Line_Table& t, double& dLat, double& dDep, float plot
             if (t.Az[j] - t.Az[i] <= kSameLine && std::fabs(t.Int[j] - t.Int[i]) <= kSameLine)
                 continue;
             const Sheet_Line lj = Line_Of(t, j, plotScale, true);
-            const float c = static_cast<float>(std::fabs(li.A - lj.A) * kDegPerRad);
+            const float c = static_cast<float>(std::fabs(li.A - lj.A) * kDegreesPerRadian);
             double px = 0, py = 0;
             if (c < 10 || c > 350 || (c > 170 && c < 190)) {
                 px = -static_cast<double>(lj.x + li.x) / 2;
@@ -155,11 +156,11 @@ void Intersect_Lines(const Line_Table& t, double& dLat, double& dDep, float plot
     }
     if (!any || plotScale == 0) return;
     if (pairs > 0) {
-        dLat = -(sumY / pairs) / kSecPerRad / plotScale;
-        dDep = (sumX / pairs) / kSecPerRad / plotScale;
+        dLat = -(sumY / pairs) / kArcsecPerRadian / plotScale;
+        dDep = (sumX / pairs) / kArcsecPerRadian / plotScale;
     } else {
-        dLat = last.y / kSecPerRad / plotScale;
-        dDep = -last.x / kSecPerRad / plotScale;
+        dLat = last.y / kArcsecPerRadian / plotScale;
+        dDep = -last.x / kArcsecPerRadian / plotScale;
     }
 }
 
@@ -170,8 +171,8 @@ bool Error_Ellipse(const SightSet& set, double dLat, double dDep, Ellipse_Size s
     int n = 0;
     for (const Sight_Record& s : set.Sights) {
         if (!Used(s)) continue;
-        const double z = s.Line_Az / kDegPerRad;
-        const double p = -s.Intercept * kDegPerRad;
+        const double z = s.Line_Az / kDegreesPerRadian;
+        const double p = -s.Intercept * kDegreesPerRadian;
         A += std::cos(z) * std::cos(z);
         B += std::sin(z) * std::cos(z);
         C += std::sin(z) * std::sin(z);
@@ -199,14 +200,14 @@ bool Error_Ellipse(const SightSet& set, double dLat, double dDep, Ellipse_Size s
 std::vector<Sheet_Point> Plot_Confidence_Ellipse(int cx, int cy, float plotScale, double dLat,
                                                  double dDep, double a1, double a2,
                                                  float angle) {
-    const double x0 = cx + dDep * kSecPerRad * plotScale;
-    const double y0 = cy - dLat * kSecPerRad * plotScale;
+    const double x0 = cx + dDep * kArcsecPerRadian * plotScale;
+    const double y0 = cy - dLat * kArcsecPerRadian * plotScale;
     const double s = plotScale * 60.0;
     const double st = std::sin(angle), ct = std::cos(angle);
     std::vector<Sheet_Point> points;
     points.reserve(361);
     for (int deg = 0; deg <= 360; ++deg) {
-        const double t = deg / kDegPerRad;
+        const double t = deg / kDegreesPerRadian;
         const double ex = std::nearbyint((a1 * std::cos(t) * st - a2 * std::sin(t) * ct) * s);
         const double ey = std::nearbyint((a1 * std::cos(t) * ct + a2 * std::sin(t) * st) * s);
         points.push_back({static_cast<int>(std::nearbyint(x0 + ex)),
@@ -219,7 +220,7 @@ void Calc_Final_Position(float fixLat, float fixLong, double dLat, double dDep, 
                          float& lon) {
     lat = static_cast<float>(fixLat + dLat);
     if (lat > kHalfPiF) lat = static_cast<float>(kPi - lat);
-    if (lat < static_cast<float>(-1.5707963267949)) lat = static_cast<float>(-kPi - lat);
+    if (lat < static_cast<float>(-kHalfPi)) lat = static_cast<float>(-kPi - lat);
     lon = static_cast<float>(fixLong + dDep / std::cos(fixLat + dLat / 2));
     if (lon > kPiF) lon = static_cast<float>(lon - kTwoPi);
     if (lon < -kPiF) lon = static_cast<float>(lon + kTwoPi);
@@ -259,8 +260,8 @@ Fix_Result Calc_Fix(const SightSet& set, float plotScale, int width, int height,
     }
     Calc_Final_Position(set.Fix_Sight.DR_Lat, set.Fix_Sight.DR_Long, r.dLat, r.dDep, r.Fix_Lat,
                         r.Fix_Longt);
-    const int x = static_cast<int>(std::nearbyint(cx + r.dDep * kSecPerRad * plotScale));
-    const int y = static_cast<int>(std::nearbyint(cy - r.dLat * kSecPerRad * plotScale));
+    const int x = static_cast<int>(std::nearbyint(cx + r.dDep * kArcsecPerRadian * plotScale));
+    const int y = static_cast<int>(std::nearbyint(cy - r.dLat * kArcsecPerRadian * plotScale));
     r.Cross = {Sheet_Point{x - kFixCrossHalf, y}, Sheet_Point{x + kFixCrossHalf, y},
                Sheet_Point{x, y - kFixCrossHalf}, Sheet_Point{x, y + kFixCrossHalf}};
     r.Circle_Centre = {x, y};

@@ -3,12 +3,13 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "ephemeris/Units.h"
+#include "settings/M_Formatting.h"
+#include "shell/M_Kelmoran.h"
 #include "voyage/Navigation.h"
 #include "voyage/Plan_Text.h"
 #include "voyage/Plan_Undo.h"
 #include "voyage/Position_Methods.h"
-#include "settings/M_Formatting.h"
-#include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
 
@@ -93,7 +94,7 @@ void Calculate_Ship_Time(VoyagePlan& plan) {
         float lat = 0;
         float lon = 0;
         Plan_Position(plan, Clox_Entry_Time(plan, d), lat, lon);
-        int32_t zone = static_cast<int32_t>(Round_Even(lon * kDegPerRad / 15.0, 0)) * 60;
+        int32_t zone = static_cast<int32_t>(Round_Even(lon * kDegreesPerRadian / 15.0, 0)) * 60;
         const double hours = std::abs(zone) / 60.0;
         if (hours > 12.5) zone += zone > 0 ? -60 : 60;
         plan.Ship_Time[static_cast<size_t>(d)] = zone;

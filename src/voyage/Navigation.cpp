@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "voyage/Voyage_Plan.h"
 
@@ -46,9 +47,9 @@ float Long_Scale_At_Lat(float lat) {
     const double s = std::sin(static_cast<double>(lat));
     const double es = 0.0818192214555232 * s;
     const double parallel = 6378.137 * std::cos(static_cast<double>(lat)) /
-                            std::sqrt(1.0 - es * es) / kDegPerRad;
+                            std::sqrt(1.0 - es * es) / kDegreesPerRadian;
     const double meridian =
-        6335.439295341883 / std::pow(1.0 - 0.006694384999587948 * s * s, 1.5) / kDegPerRad;
+        6335.439295341883 / std::pow(1.0 - 0.006694384999587948 * s * s, 1.5) / kDegreesPerRadian;
     return static_cast<float>(meridian / parallel);
 }
 
@@ -73,12 +74,13 @@ void Normalise_Long(float& lon) {
 }
 
 void Sail_To_Position(float& lat, float& lon, float courseDeg, float distance) {
-    const float c = static_cast<float>(courseDeg / kDegPerRad);
+    const float c = static_cast<float>(courseDeg / kDegreesPerRadian);
     const double tanC = std::tan(static_cast<double>(c));
     float dLong;
     if (std::fabs(tanC) < NearEastWest_Limit) {
         const float m1 = Mer_Parts(lat);
-        lat = static_cast<float>(lat + distance * std::cos(static_cast<double>(c)) / kMinPerRad);
+        lat = static_cast<float>(lat +
+                                 distance * std::cos(static_cast<double>(c)) / kArcminPerRadian);
         if (std::fabs(lat) > kHalfPiF) {
             // A zero latitude would take the southern branch; it cannot exceed the limit.
             lat = static_cast<float>(lat > 0 ? kLatLimit8959 : -kLatLimit8959);
@@ -89,7 +91,7 @@ void Sail_To_Position(float& lat, float& lon, float courseDeg, float distance) {
         dLong = static_cast<float>(Length_Degree_Lat(lat) * distance / Length_Degree_Long(lat));
         if (c > kPiF) dLong = -dLong;
     }
-    lon = static_cast<float>(lon + dLong / kMinPerRad);
+    lon = static_cast<float>(lon + dLong / kArcminPerRadian);
     Normalise_Long(lon);
 }
 
@@ -98,9 +100,9 @@ bool DR_Step(float& lat, float& lon, float c, float d, bool west, bool poleGuard
     float dLong;
     if (std::fabs(tanC) < NearEastWest_Limit) {
         const float m1 = Mer_Parts(lat);
-        lat = static_cast<float>(lat + d * std::cos(static_cast<double>(c)) / kMinPerRad);
+        lat = static_cast<float>(lat + d * std::cos(static_cast<double>(c)) / kArcminPerRadian);
         if (poleGuard && std::fabs(lat) >= kHalfPiF) {
-            const double stop = 1.5707963267949 - 1.0 / kSecPerRad;
+            const double stop = kHalfPi - 1.0 / kArcsecPerRadian;
             lat = static_cast<float>(lat > 0 ? stop : -stop);
             lon = 0.0f;
             return true;
@@ -111,36 +113,36 @@ bool DR_Step(float& lat, float& lon, float c, float d, bool west, bool poleGuard
         dLong = std::fabs(Long_Scale_At_Lat(lat) * d);
     }
     if (west) dLong = -dLong;
-    lon = static_cast<float>(lon + dLong / kMinPerRad);
+    lon = static_cast<float>(lon + dLong / kArcminPerRadian);
     Normalise_Long(lon);
     return false;
 }
 
 void Leg_Course_Distance(const Way_Point& a, const Way_Point& b, float& courseDeg,
                          float& distance) {
-    float dLong = static_cast<float>((b.Long - a.Long) * kMinPerRad);
+    float dLong = static_cast<float>((b.Long - a.Long) * kArcminPerRadian);
     if (dLong > 10800) dLong -= 21600;
     if (dLong < -10800) dLong += 21600;
     const float dmp = b.Mer_Parts - a.Mer_Parts;
     const float c = Bearing_From_Components(dLong, dmp);
     double dist;
     if (std::fabs(dmp) > Mer_Parts_Step_Limit) {
-        dist = (a.Lat - b.Lat) * kMinPerRad / std::cos(static_cast<double>(c));
+        dist = (a.Lat - b.Lat) * kArcminPerRadian / std::cos(static_cast<double>(c));
     } else {
         const float product = static_cast<float>(std::fabs(dLong) * Length_Degree_Long(a.Lat));
         dist = product / Length_Degree_Lat(a.Lat);
     }
     distance = static_cast<float>(std::fabs(dist));
-    courseDeg = static_cast<float>(Round_Even(c * kDegPerRad, 1));
+    courseDeg = static_cast<float>(Round_Even(c * kDegreesPerRadian, 1));
 }
 
 Sailing_Work Work_Sailing(double lat0, double lon0, double courseDeg, double distance,
                           Sailing_Route route, bool tables) {
     Sailing_Work w;
-    const double c = courseDeg / kDegPerRad;
+    const double c = courseDeg / kDegreesPerRadian;
     w.Distance = distance;
     w.DLat = Round_Even(std::cos(c) * distance, 1);
-    double lat = lat0 + w.DLat / kMinPerRad;
+    double lat = lat0 + w.DLat / kArcminPerRadian;
     if (lat > kPi / 2) lat = kPi - lat;
     if (lat < -kPi / 2) lat = -kPi - lat;
     w.DR_Lat = lat;
@@ -166,7 +168,7 @@ Sailing_Work Work_Sailing(double lat0, double lon0, double courseDeg, double dis
         w.Departure = Round_Even(std::sin(c) * distance, 1);
         w.DLong = w.Cos_Mean_Lat != 0 ? Round_Even(w.Departure / w.Cos_Mean_Lat, 1) : 0.0;
     }
-    double lon = lon0 + w.DLong / kMinPerRad;
+    double lon = lon0 + w.DLong / kArcminPerRadian;
     if (!std::isfinite(lon)) lon = lon0;
     if (std::fabs(lon) > kPi) lon = std::remainder(lon, kTwoPi);
     w.DR_Long = lon;

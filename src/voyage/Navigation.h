@@ -13,24 +13,18 @@
 
 #include <cstdint>
 
+#include "ephemeris/Units.h"
+
 namespace kelmoran {
 
 struct Way_Point;
 
-inline constexpr double kDegPerRad = 57.2957795130823;
-inline constexpr double kMinPerRad = 3437.74677078494;
-inline constexpr double kSecPerRad = 206264.806247096;
-inline constexpr double kPi = 3.14159265358979;
-inline constexpr double kTwoPi = 6.28318530717959;
-// The 32-bit roundings of π/2 and π used by the limit tests of latitude and longitude.
-inline constexpr float kHalfPiF = 1.5707964f;
-inline constexpr float kPiF = 3.1415927f;
 // A course is near east/west when |tan C| is not less than this.
 inline constexpr double NearEastWest_Limit = 7000.0;
 // |DMP| in minutes at or below which a leg runs along a parallel.
 inline constexpr float Mer_Parts_Step_Limit = 0.00001f;
 // 89° 59'.9 in radians: where a rhumb line typed into the plan stops short of a pole.
-inline constexpr double kLatLimit8959 = 59.9 / kMinPerRad + 89.0 / kDegPerRad;
+inline constexpr double kLatLimit8959 = 59.9 / kArcminPerRadian + 89.0 / kDegreesPerRadian;
 
 // Meridional parts (minutes of arc) of latitude `lat` (radians) on the WGS 84 spheroid,
 // e = 0.08181919157505035. ±46183.3 at and beyond the poles. Result rounded to 32 bits.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "ephemeris/Units.h"
 #include "voyage/Navigation.h"
 
 namespace kelmoran {
@@ -75,7 +76,7 @@ void Get_Position(const SettingsRecord& s, const VoyagePlan& plan, double t, flo
         speed = s.FixSpeed;
         course = s.FixCourse;
         float d = static_cast<float>(speed * 24.0 * (t - s.FixTime));
-        float c = static_cast<float>(course / kDegPerRad);
+        float c = static_cast<float>(course / kDegreesPerRadian);
         if (d < 0) {
             // Before the fix the track is run backwards.
             c = static_cast<float>(c + kPi);
@@ -92,7 +93,7 @@ void Get_Position(const SettingsRecord& s, const VoyagePlan& plan, double t, flo
         lon = static_cast<float>(w.Long);
         course = w.Course;
         speed = w.Speed;
-        const float c = static_cast<float>(course / kDegPerRad);
+        const float c = static_cast<float>(course / kDegreesPerRadian);
         const float d = static_cast<float>((t - w.Time) * (speed * 24.0));
         if (d != 0) DR_Step(lat, lon, c, d, course > 180.0f, false);
     }

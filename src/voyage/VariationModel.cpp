@@ -7,6 +7,7 @@
 
 #include "Embedded_Data.h"
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "voyage/Plan_Text.h"
 
@@ -235,7 +236,7 @@ bool VariationModel::In_Span(double jd) const {
 }
 
 std::string Main_Variation_Text(float variation) {
-    double degrees = Round_Even(variation * 57.2957795130823, 1);
+    double degrees = Round_Even(variation * kDegreesPerRadian, 1);
     if (!std::isfinite(degrees)) degrees = 0.0;
     return Variation_Text(static_cast<float>(degrees));
 }
@@ -243,8 +244,8 @@ std::string Main_Variation_Text(float variation) {
 std::string Main_Dip_Text(float dip) {
     double d = dip;
     if (!std::isfinite(d)) d = 0.0;
-    if (d > 3.14159265358979) d = 6.28318530717959 - d;
-    return Format_Number(d * 57.2957795130823, "#0°.0");
+    if (d > kPi) d = kTwoPi - d;
+    return Format_Number(d * kDegreesPerRadian, "#0°.0");
 }
 
 std::vector<std::string> Magnetic_Help_Words(bool dip, double jd) {

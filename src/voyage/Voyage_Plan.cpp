@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "settings/SettingsRecord.h"
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
+#include "settings/SettingsRecord.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Navigation.h"
-#include "voyage/Plan_Undo.h"
 #include "voyage/Plan_Text.h"
+#include "voyage/Plan_Undo.h"
 #include "voyage/VariationModel.h"
 
 namespace kelmoran {
@@ -149,7 +150,7 @@ void VoyagePlan::Recalc_Plan() {
             Variation_Answer ans;
             Variation_Model().Calc({w.Time, static_cast<float>(w.Lat), static_cast<float>(w.Long)},
                                    ans);
-            w.Variation = static_cast<float>(Round_Even(ans.Variation * kDegPerRad, 1));
+            w.Variation = static_cast<float>(Round_Even(ans.Variation * kDegreesPerRadian, 1));
         }
     }
     Header.Plan_End = Way_Points.back().Time;
@@ -277,7 +278,7 @@ void VoyagePlan::Edit_Position(int r, double lat, double lon) {
     Changed();
     Way_Point& w = Way_Points[static_cast<size_t>(r)];
     const bool wasValid = w.Row_Valid != 0;
-    w.Lat = std::clamp(lat, -1.5707963267949, 1.5707963267949);
+    w.Lat = std::clamp(lat, -kHalfPi, kHalfPi);
     float l = static_cast<float>(lon);
     Normalise_Long(l);
     w.Long = std::fabs(lon) <= kPi ? lon : l;

@@ -12,10 +12,10 @@
 namespace kelmoran::testing_support {
 
 inline double Minutes(double radians) {
-    return radians * kMinPerRad;
+    return radians * kArcminPerRadian;
 }
 inline double Angle_Diff_Minutes(double a, double b) {
-    return std::remainder(a - b, kTwoPi) * kMinPerRad;
+    return std::remainder(a - b, kTwoPi) * kArcminPerRadian;
 }
 
 // Sights are reduced from the fixed position `lat`, `lon`.
@@ -35,7 +35,7 @@ inline void Observer_At(float lat, float lon, float indexError, float htOfEye) {
     Settings.HtOfEye = htOfEye;
     Use_DR(lat, lon);
     Compute_Derived_Settings();
-    SightsFilter.AltLimit = static_cast<float>(10.0 / kMinPerRad);
+    SightsFilter.AltLimit = static_cast<float>(10.0 / kArcminPerRadian);
     SightsFilter.AzLimit = 10.0f;
     SightsFilter.StarCount = kSightMainStars;
     SightsFilter.DaylightStars = kTrue;

@@ -67,7 +67,7 @@ class SightCalcTest : public ::testing::Test {
     bool Make_Row(int body, double jd) {
         Observed o;
         if (!Reference_Sight(body, jd, kLat, kLon, Settings.Pressure, Settings.Temp, o) ||
-            o.Alt * kDegPerRad < 15 || o.Alt * kDegPerRad > 70)
+            o.Alt * kDegreesPerRadian < 15 || o.Alt * kDegreesPerRadian > 70)
             return false;
         const SettingsRecord kept = Settings;
         Use_DR(static_cast<float>(kLat), static_cast<float>(kLon));
@@ -171,8 +171,8 @@ TEST_F(SightCalcTest, DeadReckoningAlongTheRhumbLine) {
             EXPECT_NEAR(dr.Distance, 5.25 * 11.5, 0.06 + 0.005 * 11.5);
             double s12 = 0, azi = 0;
             (useClarke ? clarke : wgs)
-                .Inverse(kLat * kDegPerRad, kLon * kDegPerRad, dr.DR_Lat * kDegPerRad,
-                         dr.DR_Long * kDegPerRad, s12, azi);
+                .Inverse(kLat * kDegreesPerRadian, kLon * kDegreesPerRadian,
+                         dr.DR_Lat * kDegreesPerRadian, dr.DR_Long * kDegreesPerRadian, s12, azi);
             // dLong is kept to 0'.1 over a run of some 60 miles.
             EXPECT_NEAR(std::fmod(azi + 360, 360), course, 0.15) << course << " " << useClarke;
             float lat = 0, lon = 0, c = 0, v = 0;
@@ -184,7 +184,7 @@ TEST_F(SightCalcTest, DeadReckoningAlongTheRhumbLine) {
             const Sailing_Work plane = Sheet(o).Values.DR;
             EXPECT_DOUBLE_EQ(plane.DR_Lat, dr.DR_Lat);
             EXPECT_NEAR(Angle_Diff_Minutes(plane.DR_Long, dr.DR_Long), 0.0, 0.3);
-            EXPECT_NEAR(plane.Departure, std::sin(course / kDegPerRad) * dr.Distance, 0.051);
+            EXPECT_NEAR(plane.Departure, std::sin(course / kDegreesPerRadian) * dr.Distance, 0.051);
         }
     }
     EXPECT_LT(worstService, 0.3);
@@ -202,13 +202,13 @@ TEST_F(SightCalcTest, DeadReckoningAlongTheRhumbLine) {
         wp.Long = lon;
         wp.Course = legCourse[k];
         wp.Speed = 9.0f;
-        DR_Step(lat, lon, static_cast<float>(legCourse[k] / kDegPerRad), 108.0f, legCourse[k] > 180,
-                false);
+        DR_Step(lat, lon, static_cast<float>(legCourse[k] / kDegreesPerRadian), 108.0f,
+                legCourse[k] > 180, false);
     }
     Voyage.Header.Plan_Start = times[0];
     Voyage.Header.Plan_End = times[2];
     Settings.PositionMethod = kDRByPlan;
-    SightsFilter.AltLimit = static_cast<float>(600.0 / kMinPerRad);
+    SightsFilter.AltLimit = static_cast<float>(600.0 / kArcminPerRadian);
     SightsFilter.AzLimit = 90.0f;
     Reduce_Sight(set, 0, false);
     ASSERT_EQ(set.Sights[0].Body_Id, body::SunLowerLimb);
@@ -256,7 +256,7 @@ TEST_F(SightCalcTest, HourAngleAndIncrements) {
         const SightCalc_Values& s = sheet.Values;
         EXPECT_EQ(sheet.My_sTxt[sheet.Find("Increment")], "30m 00s");
         EXPECT_EQ(sheet.My_rDat[sheet.Find("Increment")],
-                  Format_Angle(c.Increment / kMinPerRad, 1, false));
+                  Format_Angle(c.Increment / kArcminPerRadian, 1, false));
         const SightCalc_Values f = Sheet().Values;
         EXPECT_NEAR(Minutes(s.Increment), c.Increment, 1e-9) << "body " << c.Body;
         // Hour, increment and v each kept to 0'.1.
@@ -283,16 +283,16 @@ TEST_F(SightCalcTest, InterceptAgreesWithTheReduction) {
     std::vector<int> bodies = {body::SunLowerLimb,  body::SunUpperLimb, body::MoonLowerLimb,
                                body::MoonUpperLimb, body::Venus,        body::Saturn};
     for (int k = 0; k < kMainStarCount && bodies.size() < 9; k += 7)  // stars that rise well
-        if (Catalogue[MainStars[k].Star].Dec > -20 / kDegPerRad)
+        if (Catalogue[MainStars[k].Star].Dec > -20 / kDegreesPerRadian)
             bodies.push_back(MainStars[k].Star);
     double worstFull = 0, worstSimple = 0, worstItp = 0, t = kSpring;
-    Settings.ObserverLat = static_cast<float>(kLat + 12.0 / kMinPerRad);  // a DR 12' off
+    Settings.ObserverLat = static_cast<float>(kLat + 12.0 / kArcminPerRadian);  // a DR 12' off
     for (const int b : bodies) {
         t = Find_Row(b, t + 0.3);
-        SightsFilter.AltLimit = static_cast<float>(60.0 / kMinPerRad);
+        SightsFilter.AltLimit = static_cast<float>(60.0 / kArcminPerRadian);
         Reduce_Sight(set, 0, false);
         ASSERT_EQ(set.Sights[0].Body_Id, b) << "reduced from the DR";
-        const double reduction = set.Sights[0].Intercept * kMinPerRad;
+        const double reduction = set.Sights[0].Intercept * kArcminPerRadian;
         SightCalc_Options o;
         o.Show_Errors = true;
         const SightCalc_Sheet full = Sheet(o);
@@ -346,8 +346,9 @@ TEST_F(SightCalcTest, SightOptionsAndLimbs) {
     EXPECT_NEAR(upper.Intercept - all.Intercept, 2 * Minutes(all.SD), 0.3);
     EXPECT_LT(upper.SD, 0.0);
     for (const double deg : {30.0, 8.0})
-        EXPECT_EQ(Sheet_Refraction(deg / kDegPerRad, deg > 11),
-                  static_cast<double>(Refraction_Table(static_cast<float>(deg / kDegPerRad))));
+        EXPECT_EQ(
+            Sheet_Refraction(deg / kDegreesPerRadian, deg > 11),
+            static_cast<double>(Refraction_Table(static_cast<float>(deg / kDegreesPerRadian))));
     o = SightCalc_Options{};
     o.Tabular_Refraction = true;
     const SightCalc_Values tab = Sheet(o).Values;
@@ -361,17 +362,19 @@ TEST_F(SightCalcTest, AzimuthByTheABCTables) {
     for (int latDeg = -70; latDeg <= 70; latDeg += 14) {
         for (int decDeg = -25; decDeg <= 25; decDeg += 10) {
             for (int lhaDeg = 5; lhaDeg < 360; lhaDeg += 20) {
-                const double lat = latDeg / kDegPerRad, dec = decDeg / kDegPerRad;
+                const double lat = latDeg / kDegreesPerRadian, dec = decDeg / kDegreesPerRadian;
                 double az = 0, el = 0;
-                eraHd2ae(lhaDeg / kDegPerRad, dec, lat, &az, &el);
+                eraHd2ae(lhaDeg / kDegreesPerRadian, dec, lat, &az, &el);
                 if (el < 0) continue;
-                const ABC_Values abc = Calc_ABC_values(lat, lhaDeg / kDegPerRad, dec);
+                const ABC_Values abc = Calc_ABC_values(lat, lhaDeg / kDegreesPerRadian, dec);
                 ASSERT_TRUE(abc.Valid);
-                const double diff = std::fabs(std::remainder(abc.Azimuth - az * kDegPerRad, 360));
+                const double diff =
+                    std::fabs(std::remainder(abc.Azimuth - az * kDegreesPerRadian, 360));
                 // A and B kept to 0.01 leave the bearing within about half a degree.
                 const double cosLat = std::cos(lat);
-                EXPECT_LE(diff,
-                          0.01 * cosLat / (1 + abc.C * abc.C * cosLat * cosLat) * kDegPerRad + 0.01)
+                EXPECT_LE(diff, 0.01 * cosLat / (1 + abc.C * abc.C * cosLat * cosLat) *
+                                        kDegreesPerRadian +
+                                    0.01)
                     << latDeg << " " << decDeg << " " << lhaDeg;
                 EXPECT_EQ(abc.Bearing_EW, lhaDeg > 180 ? 'E' : 'W');
                 worst = std::max(worst, diff);
@@ -385,7 +388,8 @@ TEST_F(SightCalcTest, AzimuthByTheABCTables) {
     EXPECT_FALSE(Calc_ABC_values(0.5, 0.0, 0.3).Valid);
     EXPECT_FALSE(Calc_ABC_values(0.5, kPi, 0.3).Valid);
     // North latitude, west of the meridian: A named south, B as the declination.
-    const ABC_Values named = Calc_ABC_values(50 / kDegPerRad, 40 / kDegPerRad, -10 / kDegPerRad);
+    const ABC_Values named =
+        Calc_ABC_values(50 / kDegreesPerRadian, 40 / kDegreesPerRadian, -10 / kDegreesPerRadian);
     EXPECT_EQ(std::string() + named.A_Name + named.B_Name + named.C_Name, "SSS");
     EXPECT_NEAR(named.C, named.A + named.B, 1e-9);
     // The texts of the sheet.

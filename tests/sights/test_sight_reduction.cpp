@@ -47,7 +47,7 @@ TEST(SightReduction, LimbsAndStars) {
     EXPECT_EQ(upper.SD, -lower.SD);
     // Twice SD, but for the parallax's small dependence on the limb (0.1").
     EXPECT_NEAR(upper.Alt_Diff - lower.Alt_Diff, 2 * std::fabs(lower.SD), 5e-7);
-    EXPECT_NEAR(std::fabs(lower.SD) * kMinPerRad, 16.0, 0.3);
+    EXPECT_NEAR(std::fabs(lower.SD) * kArcminPerRadian, 16.0, 0.3);
     EXPECT_GT(lower.Parallax, 0.0);
     const Body_Test star = Test_Body(w, 12, sun);  // the same place as a star
     EXPECT_EQ(star.SD, 0.0f);
@@ -59,9 +59,9 @@ TEST(SightReduction, LimbsAndStars) {
 
 TEST(SightReduction, TextsOfTheIntercept) {
     EXPECT_EQ(Intercept_Text(0.0f), "Nil ");
-    EXPECT_EQ(Intercept_Text(static_cast<float>(0.04 / kMinPerRad)), "Nil ");
-    EXPECT_EQ(Intercept_Text(static_cast<float>(1.23 / kMinPerRad)), "1'.2 away");
-    EXPECT_EQ(Intercept_Text(static_cast<float>(-12.36 / kMinPerRad)), "12'.4 towards");
+    EXPECT_EQ(Intercept_Text(static_cast<float>(0.04 / kArcminPerRadian)), "Nil ");
+    EXPECT_EQ(Intercept_Text(static_cast<float>(1.23 / kArcminPerRadian)), "1'.2 away");
+    EXPECT_EQ(Intercept_Text(static_cast<float>(-12.36 / kArcminPerRadian)), "12'.4 towards");
     EXPECT_EQ(Azimuth_Text(359.96), "000°.0 T");
     EXPECT_EQ(Azimuth_Text(45.04), "045°.0 T");
     EXPECT_EQ(Line_Bearings_Text(45.0), "135°/ 315°");
@@ -80,7 +80,7 @@ class Identification : public ::testing::Test {
     }
     void Widen() {
         SightsFilter.AzLimit = 90.0f;
-        SightsFilter.AltLimit = static_cast<float>(600.0 / kMinPerRad);
+        SightsFilter.AltLimit = static_cast<float>(600.0 / kArcminPerRadian);
     }
 };
 
@@ -153,7 +153,7 @@ TEST_F(Identification, EachRowTakesTheDROfItsOwnTime) {
     EXPECT_EQ(set.Sights[0].DR_Lat, kLat);
     // An hour before the fix on 090 at 10 knots: 10 miles west (the dLong by the spheroid's
     // degree lengths, within half a percent of the sphere's).
-    const double west10 = (set.Sights[0].DR_Long - kLon) * kMinPerRad * std::cos(kLat);
+    const double west10 = (set.Sights[0].DR_Long - kLon) * kArcminPerRadian * std::cos(kLat);
     EXPECT_NEAR(west10, -10.0, 0.05);
     EXPECT_EQ(set.DR_Warning[0], kFalse);
     Enter(1, 8830.5 + 400, 0.5f, 100.0f);
@@ -178,7 +178,7 @@ SightSet Set_Of(const std::vector<Line>& lines) {
         Sight_Record& s = set.Sights[i];
         s.Row_Used = s.Has_Body = kTrue;
         s.Line_Az = lines[i].Az;
-        s.Intercept = static_cast<float>(lines[i].Minutes / kMinPerRad);
+        s.Intercept = static_cast<float>(lines[i].Minutes / kArcminPerRadian);
     }
     set.Fix_Sight.DR_Lat = 0.8f;
     set.Fix_Sight.DR_Long = -0.3f;
@@ -202,7 +202,7 @@ TEST(SightFix, NoSightLeavesTheDR) {
 
 // One or two lines: the label and the position, never an ellipse.
 TEST(SightFix, OneAndTwoLines) {
-    const double c45 = std::cos(45.0 / kDegPerRad), root2 = std::sqrt(2.0f);
+    const double c45 = std::cos(45.0 / kDegreesPerRadian), root2 = std::sqrt(2.0f);
     const struct {
         std::vector<Line> Lines;
         const char* Type;
@@ -259,11 +259,11 @@ TEST(SightFix, EllipseByTheFormulaeOnAHandWorkedSet) {
     // B ÷ sin 2θ = 0.258819; Medium K = 2.145966: a1 = K·S ÷ √1.758819 = 1.85678,
     // a2 = K·S ÷ √1.241181 = 2.21032 minutes.
     const SightSet set = Set_Of({{0.0f, -2.0f}, {60.0f, 1.0f}, {135.0f, 0.5f}});
-    const double dL = 1.5 / kMinPerRad, dM = -0.8 / kMinPerRad;
+    const double dL = 1.5 / kArcminPerRadian, dM = -0.8 / kArcminPerRadian;
     double a1 = 0, a2 = 0, l1 = 0, l2 = 0, s1 = 0, s2 = 0;
     float angle = 0;
     ASSERT_TRUE(Error_Ellipse(set, dL, dM, Ellipse_Size::Medium, a1, a2, angle));
-    EXPECT_NEAR(angle, -7.5 / kDegPerRad, 1e-6);
+    EXPECT_NEAR(angle, -7.5 / kDegreesPerRadian, 1e-6);
     EXPECT_NEAR(a1, 1.85678, 2e-5);
     EXPECT_NEAR(a2, 2.21032, 2e-5);
     // The three sizes scale by their factors.
@@ -290,8 +290,8 @@ TEST(SightFix, EllipseEdgeCases) {
     // 000, 090, 180 and a second 000: B and sin 2θ are 0 but for rounding; the axes lie N-S
     // and E-W, K·S ÷ √A and K·S ÷ √C with A = 3, C = 1.
     const SightSet cardinal = Set_Of({{0.0f, 1.0f}, {90.0f, 1.0f}, {180.0f, -1.5f}, {0.0f, 1.2f}});
-    ASSERT_TRUE(Error_Ellipse(cardinal, -1.0 / kMinPerRad, -1.0 / kMinPerRad, Ellipse_Size::Medium,
-                              a1, a2, angle));
+    ASSERT_TRUE(Error_Ellipse(cardinal, -1.0 / kArcminPerRadian, -1.0 / kArcminPerRadian,
+                              Ellipse_Size::Medium, a1, a2, angle));
     EXPECT_NEAR(angle, 0.0f, 1e-9);
     EXPECT_NEAR(a2 / a1, std::sqrt(3.0), 1e-6);
     // A zero cocked hat 0.1 mile from the DR: a very small ellipse, growing with the DR's
@@ -310,10 +310,10 @@ TEST(SightFix, EllipseEdgeCases) {
 
 TEST(SightFix, PoleMeridianAndDRWarning) {
     float lat = 0, lon = 0;
-    const float drLat = static_cast<float>(89.9 / kDegPerRad);
+    const float drLat = static_cast<float>(89.9 / kDegreesPerRadian);
     for (const float sign : {1.0f, -1.0f}) {  // over the pole the latitude folds back
-        Calc_Final_Position(sign * drLat, 1.0f, sign * 0.3 / kDegPerRad, 0.0, lat, lon);
-        EXPECT_NEAR(lat * kDegPerRad, sign * 89.8, 1e-4);
+        Calc_Final_Position(sign * drLat, 1.0f, sign * 0.3 / kDegreesPerRadian, 0.0, lat, lon);
+        EXPECT_NEAR(lat * kDegreesPerRadian, sign * 89.8, 1e-4);
         EXPECT_EQ(lon, 1.0f);
     }
     Calc_Final_Position(0.0f, 3.14f, 0.0, 0.01, lat, lon);  // across 180° back within ±π

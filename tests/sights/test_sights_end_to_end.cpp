@@ -41,8 +41,8 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
     std::uniform_real_distribution<double> latDeg(-60.0, 60.0), lonDeg(-180.0, 180.0);
     std::uniform_int_distribution<int> coin(0, 1);
     const double jd0 = day(rng);
-    set.Lat = latDeg(rng) / kDegPerRad;
-    set.Lon = lonDeg(rng) / kDegPerRad;
+    set.Lat = latDeg(rng) / kDegreesPerRadian;
+    set.Lon = lonDeg(rng) / kDegreesPerRadian;
     // The Sun, Moon and planets take every other place of the pool among the stars.
     std::vector<int> solar = {coin(rng), 2 + coin(rng), 4, 5, 6, 7, 8}, starList, pool;
     for (const MainStarRow& row : MainStars) starList.push_back(row.Star);
@@ -59,7 +59,7 @@ bool Make_Set(std::mt19937& rng, int wanted, Reference_Set& set) {
         Observed o;
         if (!Reference_Sight(body, t, set.Lat, set.Lon, Settings.Pressure, Settings.Temp, o))
             continue;
-        const double altDeg = o.Alt * kDegPerRad;
+        const double altDeg = o.Alt * kDegreesPerRadian;
         if (altDeg < 15 || altDeg > 65) continue;
         const bool fits = std::all_of(azimuths.begin(), azimuths.end(), [&](double a) {
             const double sep = std::fmod(std::fabs(a - o.Az), 180.0);
@@ -97,9 +97,9 @@ double Fix_Error_Miles(SightSet& set, const Reference_Set& ref) {
     Get_Position(set.Fix_Sight.Sight_Time, set.Fix_Sight.DR_Lat, set.Fix_Sight.DR_Long, course,
                  speed);
     const Fix_Result fix = Calc_Fix(set, kPlotScale, 800, 800, Ellipse_Size::Medium);
-    const double dLat = (fix.Fix_Lat - ref.Lat) * kMinPerRad;
+    const double dLat = (fix.Fix_Lat - ref.Lat) * kArcminPerRadian;
     const double dLon =
-        std::remainder(fix.Fix_Longt - ref.Lon, kTwoPi) * kMinPerRad * std::cos(ref.Lat);
+        std::remainder(fix.Fix_Longt - ref.Lon, kTwoPi) * kArcminPerRadian * std::cos(ref.Lat);
     return std::hypot(dLat, dLon);
 }
 
@@ -125,7 +125,7 @@ TEST_F(SightsEndToEnd, RightBodiesAndFixWithinThreeTenthsOfAMile) {
     SightSet set(14);
     double worstTrue[3] = {0, 0, 0}, worst = 0, worstNear = 0;
     int count[3] = {0, 0, 0};
-    const float tenMinutes = static_cast<float>(10.0 / kMinPerRad);
+    const float tenMinutes = static_cast<float>(10.0 / kArcminPerRadian);
     for (const Reference_Set& ref : sets) {
         for (const bool fromTrue : {true, false}) {
             Use_DR(fromTrue ? static_cast<float>(ref.Lat) : ref.Near_Lat,
@@ -138,17 +138,17 @@ TEST_F(SightsEndToEnd, RightBodiesAndFixWithinThreeTenthsOfAMile) {
                 Reduce_Sight(set, static_cast<int>(i), false);
                 EXPECT_TRUE(s.Has_Body != 0) << "body " << ref.Bodies[i];
                 ASSERT_EQ(s.Body_Id, ref.Bodies[i]);
-                EXPECT_LE(std::fabs(s.Intercept) * kMinPerRad, 5.5);
+                EXPECT_LE(std::fabs(s.Intercept) * kArcminPerRadian, 5.5);
                 if (fromTrue) {
                     worstTrue[kind] =
-                        std::max(worstTrue[kind], std::fabs(s.Intercept * kMinPerRad));
+                        std::max(worstTrue[kind], std::fabs(s.Intercept * kArcminPerRadian));
                     ++count[kind];
                 }
             }
         }
         worstNear = std::max(worstNear, Fix_Error_Miles(set, ref));
         Use_DR(ref.Far_Lat, ref.Far_Lon);
-        SightsFilter.AltLimit = static_cast<float>(60.0 / kMinPerRad);
+        SightsFilter.AltLimit = static_cast<float>(60.0 / kArcminPerRadian);
         for (std::size_t i = 0; i < ref.Bodies.size(); ++i) {
             Reduce_Sight(set, static_cast<int>(i), false);
             EXPECT_EQ(set.Sights[i].Body_Id, ref.Bodies[i]);
@@ -171,8 +171,8 @@ TEST_F(SightsEndToEnd, RightBodiesAndFixWithinThreeTenthsOfAMile) {
 TEST_F(SightsEndToEnd, NoiseOfTwoTenthsOfAMinute) {
     SightSet set(14);
     std::mt19937 rng(77u);
-    std::normal_distribution<double> noise(0.0, 0.2 / kMinPerRad);
-    SightsFilter.AltLimit = static_cast<float>(60.0 / kMinPerRad);
+    std::normal_distribution<double> noise(0.0, 0.2 / kArcminPerRadian);
+    SightsFilter.AltLimit = static_cast<float>(60.0 / kArcminPerRadian);
     std::vector<double> errors;
     for (int draw = 0; draw < 10; ++draw) {
         for (const Reference_Set& ref : sets) {
