@@ -9,14 +9,12 @@
 #include <array>
 #include <cmath>
 
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 
 namespace kelmoran {
 
 namespace {
-
-constexpr double kArcminPerRadian = 3437.74677078494;
-constexpr double kDegreesPerRadian = 57.2957795130823;
 
 // Printed mean refraction: start of the row (minutes of altitude), value (minutes of arc).
 struct RefractionRow {

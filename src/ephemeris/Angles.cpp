@@ -2,11 +2,9 @@
 
 #include <cmath>
 
-namespace kelmoran {
+#include "ephemeris/Units.h"
 
-namespace {
-constexpr double kHalfPi = 1.5707963267949;
-}  // namespace
+namespace kelmoran {
 
 double Arc_Sin(double x) {
     const double a = std::fabs(x);
@@ -25,10 +23,10 @@ double Atan2_R8(double y, double x) {
         if (y == 0.0) return 0.0;
         return y > 0.0 ? kHalfPi : 4.71238898038469;
     }
-    if (y == 0.0 && x < 0.0) return 3.14159265358979;
+    if (y == 0.0 && x < 0.0) return kPi;
     double r = std::atan(y / x);
-    if (x < 0.0) r += 3.14159265358979;
-    if (r < 0.0) r += 6.28318530717959;
+    if (x < 0.0) r += kPi;
+    if (r < 0.0) r += kTwoPi;
     return r;
 }
 

@@ -16,6 +16,7 @@
 #include "ephemeris/Series.h"
 #include "ephemeris/Star_Place.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "voyage/Position_Methods.h"
 
@@ -25,9 +26,7 @@ std::vector<BodyRecord> Bodies;
 
 namespace {
 
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kArcsecPerRadian = 206264.806247096;
-constexpr double kMinusOneDegree = -1.0 / 57.2957795130823;
+constexpr double kMinusOneDegree = -1.0 / kDegreesPerRadian;
 
 // Semi-diameter constant by body: radians at one AU, kilometres for the Moon. A negative
 // value gives the limb above the centre.

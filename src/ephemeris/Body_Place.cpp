@@ -3,11 +3,11 @@
 #include <cmath>
 
 #include "ephemeris/Angles.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 double Hour_Angle_Of(double gast, double ra) {
-    constexpr double kTwoPi = 6.28318530717959;
     double gha = gast + kTwoPi - ra;
     if (gha > kTwoPi) gha -= kTwoPi;
     return gha;

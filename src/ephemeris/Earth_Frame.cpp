@@ -16,14 +16,11 @@
 #include <cmath>
 
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 namespace {
-
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kDegreesPerRadian = 57.2957795130823;
-constexpr double kArcsecPerRadian = 206264.806247096;
 
 // One term of the series: multiples of D, M, M', F, Omega; the sine coefficient in
 // longitude and its rate per century; the cosine coefficient in obliquity and its rate.

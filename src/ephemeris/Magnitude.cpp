@@ -9,12 +9,12 @@
 #include "ephemeris/Moon.h"
 #include "ephemeris/Planets.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 namespace {
 
-constexpr double kDegreesPerRadian = 57.2957795130823;
 constexpr double kKilometresPerAU = 149597870.0;
 
 // Magnitude of Saturn with its rings: `S` the base term 5 log10(r D), `t` centuries, `tau`
@@ -50,7 +50,7 @@ double Saturn_Magnitude(double S, double t, double tau) {
                         std::cos(lat) * std::cos(lon - node));
     };
     double dU = std::fabs(ring_longitude(lp, bp) - ring_longitude(lambda, beta));
-    if (dU > 3.14159265358979) dU = 6.28318530717959 - dU;  // across the zero of longitude
+    if (dU > kPi) dU = kTwoPi - dU;  // across the zero of longitude
     dU *= kDegreesPerRadian;
     return S - 8.88 + 0.044 * dU - 2.6 * sinBe + 1.25 * sinBe * sinBe;
 }

@@ -4,11 +4,13 @@
 #include <cstddef>
 #include <iterator>
 
+#include "ephemeris/Units.h"
+
 namespace kelmoran {
 
 namespace {
 
-constexpr double kRadPerDeg = 1.0 / 57.2957795130823;
+constexpr double kRadPerDeg = 1.0 / kDegreesPerRadian;
 
 // Reduces degrees by 360 x Int(x / 360) (Int the floor) and turns them into radians.
 double Degrees_To_Reduced_Radians(double deg) {

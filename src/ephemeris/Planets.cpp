@@ -7,14 +7,12 @@
 
 #include "ephemeris/Angles.h"
 #include "ephemeris/Star_Place.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979;
-constexpr double kDegreesPerRadian = 57.2957795130823;
-constexpr double kArcsecPerRadian = 206264.806247096;
 // Light time for one AU, in thousands of Julian years (0.0057755183 days / 365250).
 constexpr double kLightTimePerAU = 1.58125073237509e-08;
 

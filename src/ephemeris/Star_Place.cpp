@@ -9,15 +9,12 @@
 
 #include "ephemeris/Angles.h"
 #include "ephemeris/Earth_Frame.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 namespace {
 
-constexpr double kDegreesPerRadian = 57.2957795130823;
-constexpr double kArcsecPerRadian = 206264.806247096;
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kHalfPi = 1.5707963267949;
 constexpr double kAberration = 20.49552;  // seconds of arc
 // Obliquity of J2000.0 (23°26'21.448").
 constexpr double kCosEps0 = 0.917482062146321;

@@ -6,11 +6,11 @@
 
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 namespace {
-constexpr double kPi = 3.14159265358979;
 constexpr double kEarthMeanMotion = 6283.0758499914;  // radians per thousand years
 }  // namespace
 
