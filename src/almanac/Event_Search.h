@@ -6,15 +6,12 @@
 #include <cmath>
 
 #include "ephemeris/Angles.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran::event_search {
 
-inline constexpr double kTwoPi = 6.28318530717959;
-inline constexpr double kPi = 3.14159265358979;
 inline constexpr double kMinuteOfTime = 0.0006944444444444445;   // day
 inline constexpr double kSecondOfTime = 1.1574074074074073e-05;  // day
-inline constexpr double kArcsecPerRadian = 206264.806247096;
-inline constexpr double kArcminPerRadian = 3437.74677078494;
 
 // The observer's position along one search: asked of Get_Position at the first moment,
 // and then again only while the position method moves the observer.

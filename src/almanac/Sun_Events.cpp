@@ -9,6 +9,7 @@
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Series.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
@@ -325,7 +326,7 @@ double Actual_Rise_Set(bool morning) {
     double value = f(t);
     const double rising = morning ? 1.0 : -1.0;  // sign of the altitude's change
     double step = 10.0 * kMinuteOfTime;
-    if (std::fabs(value) < 2.0 / 57.2957795130823) {
+    if (std::fabs(value) < 2.0 / kDegreesPerRadian) {
         // The hour-angle difference that the gap stands for, at least a second.
         const Sun_Interpolated s = Interpolate_Sun(t);
         const double rate =

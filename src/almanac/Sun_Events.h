@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "ephemeris/Body_Place.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
@@ -63,7 +64,7 @@ inline constexpr float kAstronomicalAlt = -0.3141592741f;  // -18°
 inline constexpr float kNauticalAlt = -0.2094395160f;      // -12°
 inline constexpr float kCivilAlt = -0.1047197580f;         // -6°
 // -50': 34' of refraction and 16' of semi-diameter, the standard sunrise.
-inline constexpr float kStandardSunriseAlt = static_cast<float>(-50.0 / 3437.74677078494);
+inline constexpr float kStandardSunriseAlt = static_cast<float>(-50.0 / kArcminPerRadian);
 
 // The six values of Sun_Alt_Record, in order.
 struct Sun_Alt_Values {

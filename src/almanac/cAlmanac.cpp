@@ -14,6 +14,7 @@
 #include "ephemeris/Star_Place.h"
 #include "ephemeris/Sun.h"
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "stars/M_Resources.h"
 
@@ -34,7 +35,7 @@ const std::array<const char*, cAlmanac::kLatitudeRows> cAlmanac::kLatitudeLabels
 namespace {
 
 constexpr double kHour = 0.041666666666666664;  // day
-constexpr double kDegree = 1.0 / 57.2957795130823;
+constexpr double kDegree = 1.0 / kDegreesPerRadian;
 constexpr double kTenthsInCircle = 216000.0;
 constexpr double kFiftyMinutes = 0.0145444106310606;
 constexpr double kNauticalTwilight = -0.20943951606750488;
@@ -627,7 +628,7 @@ void cAlmanac::Planet_Data() {
 
 void cAlmanac::StellarData() {
     const double gast = frames_[36].GAST;
-    double pass = (kTwoPi - gast) / 15.0410687160047 * 57.2957795130823 + 12.0;
+    double pass = (kTwoPi - gast) / 15.0410687160047 * kDegreesPerRadian + 12.0;
     if (pass >= 24.0) pass -= 24.0;
     other_.AriesMerPass = HrMins_Ex(pass * 60.0);
 

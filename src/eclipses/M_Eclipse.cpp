@@ -10,6 +10,7 @@
 #include "ephemeris/Series.h"
 #include "ephemeris/Sun.h"
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 
 namespace kelmoran {
@@ -26,7 +27,7 @@ constexpr double kRelativeRate = 0.223402144255274;
 }  // namespace
 
 double Fold_Pi(double a) {
-    return a - TwoPi * std::floor((a + Pi) / TwoPi);
+    return a - kTwoPi * std::floor((a + kPi) / kTwoPi);
 }
 
 EclipseWindow::EclipseWindow(double centre) : centre_(centre) {
@@ -68,7 +69,7 @@ double Phase_Error(double jd, int phase) {
     double moonLon = tt, moonLat = kAccuracyReduced, moonDist = 0.0;
     MoonSeries::Instance().MoonPlace(moonLon, moonLat, moonDist);
     // Nutation in longitude is common to both and left out.
-    return Fold_Pi(sunLon + phase * (Pi / 2.0) - moonLon);
+    return Fold_Pi(sunLon + phase * (kPi / 2.0) - moonLon);
 }
 
 double Refine_Phase(double jd, int phase) {

@@ -14,15 +14,14 @@
 #include <vector>
 
 #include "ephemeris/Body_Place.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
 // The constants of the eclipse geometry.
 namespace eclipse {
-inline constexpr double Pi = 3.14159265358979;
-inline constexpr double TwoPi = 6.28318530717959;
-inline constexpr double ArcMinute = 1.0 / 3437.74677078494;  // radians
-inline constexpr double ArcSecond = 1.0 / 206264.806247096;  // radians
+inline constexpr double ArcMinute = 1.0 / kArcminPerRadian;  // radians
+inline constexpr double ArcSecond = 1.0 / kArcsecPerRadian;  // radians
 inline constexpr double EarthRadius = 6378.137;              // km, equatorial
 inline constexpr double MoonRadius = 1737.92808633851;       // km
 inline constexpr double SunRadius = 696000.0;                // km

@@ -7,6 +7,7 @@
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Moon.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
@@ -45,8 +46,8 @@ ShadowPlace Shadow_Place(double t, const PlaceSource& source) {
     s.sunDistance = sun.Distance;
     s.moonDistance = moon.Distance;
     s.shadowDec = -sun.Dec;
-    s.shadowGHA = sun.GHA + Pi;
-    if (s.shadowGHA >= TwoPi) s.shadowGHA -= TwoPi;
+    s.shadowGHA = sun.GHA + kPi;
+    if (s.shadowGHA >= kTwoPi) s.shadowGHA -= kTwoPi;
     // The Moon in the frame whose equator runs east-west through the shadow's centre.
     const double h = Fold_Pi(s.shadowGHA - moon.GHA);
     const double x = std::cos(moon.Dec) * std::cos(s.shadowDec) * std::cos(h) +
@@ -104,7 +105,7 @@ void Step_From(EclipseEvent& event, double target, bool once, const PlaceSource&
             Atan2_R8(std::tan(event.RateGHA * MinuteDays), std::sin(event.RateDec * MinuteDays));
         const double H = Atan2_R8(std::tan(event.DeltaGHA), std::sin(event.DeltaDec));
         double D = H - G;
-        if (D < 0.0) D += TwoPi;
+        if (D < 0.0) D += kTwoPi;
         const double sigma = Separation_Of(event.DeltaGHA, event.DeltaDec);
         // The right triangle: P the track's least distance from the centre, Q the leg from
         // the foot to the Moon, positive when the Moon is past the foot.

@@ -7,6 +7,7 @@
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Moon.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 
@@ -85,9 +86,9 @@ EclipseInstant Instant_From_Places(const BodyPlace& sun, const BodyPlace& moon, 
         const double v = L * MoonRadius / SunPlusMoon;
         r.PenumbraRadius = (v + dM) * SunPlusMoon / L;
     }
-    double pa = TwoPi - Atan2_R8(std::sin(-dRA), std::cos(sun.Dec) * std::tan(moon.Dec) -
-                                                     std::cos(-dRA) * std::sin(sun.Dec));
-    if (pa >= TwoPi) pa -= TwoPi;
+    double pa = kTwoPi - Atan2_R8(std::sin(-dRA), std::cos(sun.Dec) * std::tan(moon.Dec) -
+                                                      std::cos(-dRA) * std::sin(sun.Dec));
+    if (pa >= kTwoPi) pa -= kTwoPi;
     r.PositionAngle = pa;
     return r;
 }
@@ -123,7 +124,7 @@ GreatestEclipse Greatest_On(double t, const InstantAt& instantAt, double missMar
         const double B = Arc_Sin(tri.p * std::sin(tri.theta) / tri.c);
         // The arcsine gives the acute reading only: the angles of the triangle tell when
         // the angle at the first point is obtuse (the least distance is behind).
-        if (std::fabs(B + tri.theta - A) < ArcMinute) A = Pi - A;
+        if (std::fabs(B + tri.theta - A) < ArcMinute) A = kPi - A;
         const double step = tri.p * std::cos(A) / tri.c * step0;
         const double least = tri.p * std::sin(A);
         t += step;
@@ -342,10 +343,10 @@ EclipseInstant Interpolate_Instant(const EclipseInstant& a, const EclipseInstant
     const auto place = [&](const BodyPlace& p, const BodyPlace& q) {
         BodyPlace r;
         double gha = q.GHA;
-        if (gha < p.GHA) gha += TwoPi;
+        if (gha < p.GHA) gha += kTwoPi;
         double ra0 = p.RA, ra1 = q.RA;
-        if (ra1 < Pi / 2.0 && ra0 > 1.5 * Pi) ra1 += TwoPi;
-        if (ra0 < Pi / 2.0 && ra1 > 1.5 * Pi) ra0 += TwoPi;
+        if (ra1 < kPi / 2.0 && ra0 > 1.5 * kPi) ra1 += kTwoPi;
+        if (ra0 < kPi / 2.0 && ra1 > 1.5 * kPi) ra0 += kTwoPi;
         r.GHA = Reduce_2Pi(lerp(p.GHA, gha));
         r.RA = Reduce_2Pi(lerp(ra0, ra1));
         r.Dec = lerp(p.Dec, q.Dec);

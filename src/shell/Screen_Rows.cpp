@@ -21,6 +21,7 @@
 #include "ephemeris/Moon_Phases.h"
 #include "ephemeris/Sun.h"
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
 #include "stars/M_Resources.h"
@@ -35,14 +36,9 @@ BodyFilters Filters;
 
 namespace {
 
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kHalfPi = 1.5707963267949;
-constexpr double kDegrees = 57.2957795130823;
-constexpr double kArcMinutes = 3437.74677078494;
-constexpr double kArcSeconds = 206264.806247096;
 constexpr double kSecondsPerCentury = 36525.0 * 86400.0;
 constexpr int32_t kFirstStar = 12;
-constexpr float kTenDegrees = static_cast<float>(10.0 / 57.2957795130823);
+constexpr float kTenDegrees = static_cast<float>(10.0 / kDegreesPerRadian);
 
 // The column count of AltAz (0 .. 17) and its hidden body-number column.
 constexpr int kAltAzColumns = 18;
@@ -272,7 +268,7 @@ constexpr float kMoonSortMagnitude = -9.0f;
 std::vector<int32_t> Stars_In_Radius(double ra, double dec, double radius, int32_t highest,
                                      double jd, std::vector<double>& distance) {
     const double years = std::fabs(jd) / 365.25;
-    const double precession = years * 50.3 / kArcSeconds;  // general precession a year
+    const double precession = years * 50.3 / kArcsecPerRadian;  // general precession a year
     const double slack = 0.01;                             // nutation, aberration, rounding
     std::vector<int32_t> candidates;
     for (int32_t b = kFirstStar; b <= highest; ++b) {
@@ -354,7 +350,7 @@ std::vector<int32_t> AltAz_Body_List(double jd, float lat, float lon,
         }
         case 3:
         case 4: {
-            const double radius = Filters.LimitRadius / kArcMinutes;
+            const double radius = Filters.LimitRadius / kArcminPerRadian;
             const int32_t highest = Load_Up_To(Star_Limit_Index(Filters.StarCount));
             double ra = 0.0, dec = 0.0;
             if (mode == 3) {
@@ -463,8 +459,8 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
         const bool hidden = aboveTen && b < kFirstStar && r.SextantAlt < 0.0f;
 
         const double gha = Reduce(r.GHA);
-        const double azDeg = r.Azimuth * kDegrees;
-        const double magAzDeg = azDeg - variation * kDegrees;
+        const double azDeg = r.Azimuth * kDegreesPerRadian;
+        const double magAzDeg = azDeg - variation * kDegreesPerRadian;
         const double tc = r.TrueAlt - r.SextantAlt;
         const double sd = std::fabs(r.SD);
 
@@ -481,12 +477,12 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
         L[9].push_back(r.Texts[kMag]);
         // Semi-diameter in minutes of arc for the Sun and Moon, seconds for the planets.
         if (b < 4)
-            L[10].push_back(minutesTexts.Get(sd * kArcMinutes));
+            L[10].push_back(minutesTexts.Get(sd * kArcminPerRadian));
         else if (b < kFirstStar)
-            L[10].push_back(secondsTexts.Get(sd * kArcSeconds));
+            L[10].push_back(secondsTexts.Get(sd * kArcsecPerRadian));
         else
             L[10].push_back(minutesTexts.Get(0.0));
-        L[11].push_back(hidden ? kBelowHorizon : minutesTexts.Get(tc * kArcMinutes));
+        L[11].push_back(hidden ? kBelowHorizon : minutesTexts.Get(tc * kArcminPerRadian));
         L[12].push_back(hidden ? kBelowHorizon : Altitude_Text(r.TrueAlt, false));
         L[13].push_back(r.Texts[kRA]);
         int32_t hd = 0, hip = 0;
@@ -500,7 +496,7 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
         L[16].push_back(std::string());
         const double rad =
             (radiusShown && static_cast<size_t>(b) < distance.size()) ? distance[b] : 0.0;
-        L[17].push_back(radiusShown ? radiusTexts.Get(rad * kArcMinutes) : std::string());
+        L[17].push_back(radiusShown ? radiusTexts.Get(rad * kArcminPerRadian) : std::string());
         L[kBodyNumberColumn].push_back(std::to_string(b));
 
         desigKeys.push_back(b >= kFirstStar ? Designation_Sort_Key(r.Names.Designation)
@@ -513,7 +509,7 @@ AltAzRows AltAz_Rows(double jd, bool catalogueNumbers) {
         K[5].push_back(gha);
         K[6].push_back(r.RA);
         K[7].push_back(r.Dec);
-        K[8].push_back(Reduce(magAzDeg / kDegrees));
+        K[8].push_back(Reduce(magAzDeg / kDegreesPerRadian));
         K[9].push_back(b == 0 || b == 1   ? kSunSortMagnitude
                        : b == 2 || b == 3 ? kMoonSortMagnitude
                                           : r.Magnitude);
@@ -626,7 +622,8 @@ TableRows Planets_Rows(double jd, int32_t rowCount, bool useSeconds) {
         }
         L[4].push_back(Altitude_Text(r.TrueAlt, dms));
         L[5].push_back(Altitude_Text(r.SextantAlt, dms));
-        L[6].push_back(Format_Number(r.Azimuth * kDegrees, dms ? "000°.0000 T" : "000°.0 T"));
+        L[6].push_back(
+            Format_Number(r.Azimuth * kDegreesPerRadian, dms ? "000°.0000 T" : "000°.0 T"));
         L[7].push_back(Format_RA(r.RA, dms ? 2 : 1, true));
         const double gha = Reduce(r.GHA), sha = Reduce(kTwoPi - r.RA);
         L[8].push_back(dms ? Format_Angle_DMS(gha, 1, true) : Format_Angle(gha, 1, true));
@@ -638,15 +635,15 @@ TableRows Planets_Rows(double jd, int32_t rowCount, bool useSeconds) {
             L[11].push_back(Format_Number(r.Distance, "0.00000") + " Au");
         const double sd = std::fabs(r.SD);
         if (body < 4)
-            L[12].push_back(Format_Number(sd * kArcMinutes, "#0'.00"));
+            L[12].push_back(Format_Number(sd * kArcminPerRadian, "#0'.00"));
         else
-            L[12].push_back(Format_Number(sd * kArcSeconds, "#0.00\""));
+            L[12].push_back(Format_Number(sd * kArcsecPerRadian, "#0.00\""));
         L[13].push_back(body < 4 ? std::string()
                                  : Format_Number(r.Magnitude, dms ? "#0.000" : "#0.00"));
         const double aries = Reduce(Calc_GAST(t));
         L[14].push_back(dms ? Format_Angle_DMS(aries, 1, true) : Format_Angle(aries, 1, true));
         L[15].push_back(
-            Format_Number((r.TrueAlt - r.SextantAlt) * kArcMinutes, dms ? "#0'.00" : "#0'.0"));
+            Format_Number((r.TrueAlt - r.SextantAlt) * kArcminPerRadian, dms ? "#0'.00" : "#0'.0"));
     }
     out.Rows = rowCount;
     return out;
@@ -712,7 +709,7 @@ MainPage Main_Rows(double jd, bool useSeconds) {
     const bool drError = DR_Failed(course);
     page.DRwarning = drError;
     double shownLat = lat;
-    if (std::fabs(shownLat) > kHalfPi - 1.0 / kArcMinutes)
+    if (std::fabs(shownLat) > kHalfPi - 1.0 / kArcminPerRadian)
         shownLat = shownLat < 0.0 ? -kHalfPi : kHalfPi;
     page.Day.push_back({moving ? position_text::CurrentPosition : "Position",
                         Format_Lat(shownLat, 1, false) + "/ " + Format_Long(lon, 1, false)});
@@ -727,10 +724,10 @@ MainPage Main_Rows(double jd, bool useSeconds) {
     Variation_Answer field;
     Variation_Model().Calc(Variation_Request{jd, lat, lon}, field);
     page.Day.push_back({"Variation ", Variation_Text(static_cast<float>(
-                                          Round_Even(field.Variation * kDegrees, 1)))});
+                                          Round_Even(field.Variation * kDegreesPerRadian, 1)))});
     double dip = field.Dip;
-    if (dip > 3.14159265358979) dip = kTwoPi - dip;
-    page.Day.push_back({"Magnetic Dip", Format_Number(dip * kDegrees, "#0°.0")});
+    if (dip > kPi) dip = kTwoPi - dip;
+    page.Day.push_back({"Magnetic Dip", Format_Number(dip * kDegreesPerRadian, "#0°.0")});
 
     // The Sun's day.
     const Sun_Row sun = Main_Sun_Rows(jd, bias, useSeconds);
