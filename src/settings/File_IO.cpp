@@ -14,6 +14,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 
@@ -29,9 +30,6 @@ int16_t AtlasShowRA = 0;
 DefaultPlanHooks Default_Plan_Hooks;
 
 namespace {
-
-constexpr double kMinutesPerRadian = 3437.74677078494;
-constexpr double kDegreesPerRadian = 57.2957795130823;
 
 // Little-endian writing and reading of the record's fields.
 class ByteWriter {
@@ -130,7 +128,7 @@ bool Plan_File_Exists(const std::string& path) {
 
 // Takes the working copies of the filter and the Atlas flag from the record.
 void Take_Working_Copies() {
-    SightsFilter.AltLimit = static_cast<float>(Settings.SightAltLimit / kMinutesPerRadian);
+    SightsFilter.AltLimit = static_cast<float>(Settings.SightAltLimit / kArcminPerRadian);
     SightsFilter.AzLimit = Settings.SightAzLimit;
     SightsFilter.StarCount = Settings.SightStarCount;
     SightsFilter.DaylightStars = Settings.DaylightStars ? kTrue : kFalse;
@@ -141,7 +139,7 @@ void Take_Working_Copies() {
 void Return_Working_Copies() {
     // The product is held as a 32-bit float, as the limit is, before it is rounded: so a
     // limit of 0'.5 is an exact half and goes to the even 0.
-    const auto minutes = static_cast<float>(SightsFilter.AltLimit * kMinutesPerRadian);
+    const auto minutes = static_cast<float>(SightsFilter.AltLimit * kArcminPerRadian);
     Settings.SightAltLimit = static_cast<float>(Round_Even(minutes));
     Settings.SightAzLimit = SightsFilter.AzLimit;
     Settings.DaylightStars = static_cast<uint8_t>(SightsFilter.DaylightStars & 0xFF);
@@ -180,9 +178,9 @@ void Find_User_Folder(const PlatformFolders& folders) {
 std::string User_Dat_Path() { return UserFolder + "User.Dat"; }
 
 void Compute_Derived_Settings() {
-    IndexErrorRad = static_cast<float>(Settings.IndexError / kMinutesPerRadian);
+    IndexErrorRad = static_cast<float>(Settings.IndexError / kArcminPerRadian);
     const double h = Settings.HtOfEye > 0 ? Settings.HtOfEye : 0.0;
-    DipRad = static_cast<float>(1.758 * std::sqrt(h) / kMinutesPerRadian);
+    DipRad = static_cast<float>(1.758 * std::sqrt(h) / kArcminPerRadian);
     const double r = Settings.Pressure * 0.28019801980198 / (Settings.Temp + 273.0);
     RefractionFactor = std::isfinite(r) ? static_cast<float>(r) : 1.0f;
 }

@@ -43,8 +43,8 @@ std::string User_Dat_Path();
 
 // Index error and dip in radians, and the refraction scale (1 at 1010 mb and 10 °C), all
 // 32-bit floats as the altitude corrections use them.
-extern float IndexErrorRad;     // IndexError / 3437.74677078494
-extern float DipRad;            // 1.758 × √HtOfEye / 3437.74677078494 (a negative height as 0)
+extern float IndexErrorRad;     // IndexError / kArcminPerRadian
+extern float DipRad;            // 1.758 × √HtOfEye / kArcminPerRadian (a negative height as 0)
 extern float RefractionFactor;  // Pressure × 0.28019801980198 / (Temp + 273); 1 if undefined
 
 // Recomputes IndexErrorRad, DipRad and RefractionFactor from Settings (at every load and at

@@ -8,11 +8,11 @@
 #include <cstdlib>
 #include <vector>
 
+#include "ephemeris/Units.h"
+
 namespace kelmoran {
 
 namespace {
-
-constexpr double kDegreesPerRadian = 57.2957795130823;
 
 // A value that is not a number is shown as 0 rather than as garbage.
 double Finite_Or_Zero(double x) { return std::isfinite(x) ? x : 0.0; }
@@ -497,8 +497,8 @@ std::string Format_RA_HM(double radians, bool pad) {
 
 std::string Format_Lat(double radians, int places, bool pad) {
     double x = Finite_Or_Zero(radians);
-    if (x > 1.5707963267949) x -= 3.14159265358979;
-    if (x < -1.5707963267949) x += 3.14159265358979;
+    if (x > kHalfPi) x -= kPi;
+    if (x < -kHalfPi) x += kPi;
     const WholeAndMinutes v = Split_Minutes(std::fabs(x) * kDegreesPerRadian, places);
     return Pad_Text(pad, v.Whole, 10) + Plain(v.Whole) + "° " +
            Format_Minutes(v.Minutes, places) + (x >= 0 ? " N" : " S");

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string_view>
 
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cDates.h"
@@ -17,8 +18,6 @@ namespace kelmoran {
 EditSession Edit;
 
 namespace {
-
-constexpr double kDegreesPerRadian = 57.2957795130823;
 
 bool Is_Digit(int32_t k) {
     return k >= '0' && k <= '9';

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "shell/cDates.h"
 
@@ -9,8 +10,6 @@ namespace kelmoran {
 
 namespace {
 
-constexpr double kTwoPi = 6.28318530717959;
-constexpr double kDegreesPerRadian = 57.2957795130823;
 constexpr int32_t kPairGap = 12;
 constexpr int32_t kInset = 2;
 
