@@ -10,6 +10,7 @@
 #include <chrono>
 
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/SettingsRecord.h"
 #include "shell/M_Edit.h"
@@ -39,8 +40,8 @@ void Click(QWidget* w, QPoint at) {
 
 void BM_AltAzDateKeyToPicture(benchmark::State& state) {
     fMain w;
-    Settings.ObserverLat = static_cast<float>(50.0 / 57.2957795130823);
-    Settings.ObserverLong = static_cast<float>(-5.0 / 57.2957795130823);
+    Settings.ObserverLat = static_cast<float>(50.0 / kDegreesPerRadian);
+    Settings.ObserverLong = static_cast<float>(-5.0 / kDegreesPerRadian);
     Settings.PositionMethod = kFixPosition;
     Settings.AutoTimeZone = 0;
     TZ_Bias = 0;

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "ephemeris/Units.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Position_Methods.h"
 #include "voyage/Voyage_Plan.h"
@@ -18,7 +19,7 @@ VoyagePlan Hundred_Points() {
     p.New_Plan(9000.0, 12.0f);
     p.Way_Points.assign(100, Way_Point{});
     p.Texts.assign(100, Way_Point_Text{});
-    const double deg = 1.0 / 57.2957795130823;
+    const double deg = 1.0 / kDegreesPerRadian;
     for (int i = 0; i < 100; ++i) {
         Way_Point& w = p.Way_Points[static_cast<size_t>(i)];
         w.Lat = (45.0 + 3.0 * std::sin(i * 0.7)) * deg;

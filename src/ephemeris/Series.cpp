@@ -11,12 +11,14 @@ namespace kelmoran {
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
+// The long series are reduced with π to the last bit of a double, not with the 15-figure
+// value of Units.h that the rest of the program shares.
+constexpr double kFullPi = std::numbers::pi;
+constexpr double kFullTwoPi = 2.0 * std::numbers::pi;
 constexpr double kArcsecond = std::numbers::pi / 648000.0;
 
 double Reduce_Angle(double a) {
-    return a - kTwoPi * std::floor(a / kTwoPi);
+    return a - kFullTwoPi * std::floor(a / kFullTwoPi);
 }
 
 // The accuracy level carried in a double: below 0.5 (or not a number) full, below 1.5
@@ -224,7 +226,7 @@ void EarthSeries::SunPlace(double& lon, double& lat, double& dist) const {
     Earth_LBR(Level_Of(lat), T / 10.0, L, B, R);
     // Geometric Sun, then the conversion to the FK5 system (0.09033" in longitude and
     // 0.03916" (cos - sin) in latitude) and the aberration, 20.4898" at one AU.
-    double theta = Reduce_Angle(L + kPi);
+    double theta = Reduce_Angle(L + kFullPi);
     const double lambda1 = theta - (0.0243822496503608 * T + 5.41052068118242e-06 * T * T);
     theta -= 4.37932198146245e-07;
     double beta = -B + 1.89853037522495e-07 * (std::cos(lambda1) - std::sin(lambda1));

@@ -73,7 +73,8 @@ void Keep_Large(const std::vector<double>& from, const std::array<uint32_t, N>& 
     }
 }
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
+// Full-precision 2π, as the long series use (not the 15-figure value of Units.h).
+constexpr double kFullTwoPi = 2.0 * std::numbers::pi;
 constexpr double kArcsecond = std::numbers::pi / 648000.0;
 
 }  // namespace
@@ -113,7 +114,7 @@ VsopBody VsopBody::Truncated(double span, double angle, double radius) const {
 
 void VsopBody::Evaluate(double tau, double& L, double& B, double& R) const {
     L = lbr[0].Evaluate(tau);
-    L -= kTwoPi * std::floor(L / kTwoPi);
+    L -= kFullTwoPi * std::floor(L / kFullTwoPi);
     B = lbr[1].Evaluate(tau);
     R = lbr[2].Evaluate(tau);
 }
