@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ephemeris/Units.h"
+
 namespace kelmoran::testing_support {
 
-inline constexpr double kArcsecPerRadian = 206264.806247096;
-inline constexpr double kDegreesPerRadian = 57.2957795130823;
 inline constexpr double kJ2000JD = 2451545.0;
 
 // Opens the ephemeris files once per program.

@@ -18,6 +18,7 @@
 #include "ephemeris/Planets.h"
 #include "ephemeris/Star_Place.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 #include "swe_reference.h"
 
 namespace kelmoran {
@@ -27,7 +28,6 @@ using testing_support::Arcsec_Diff;
 using testing_support::kJ2000JD;
 using testing_support::Swe_Place;
 
-constexpr double kTwoPi = 6.28318530717959;
 constexpr double kYear = 365.25;
 
 // The largest differences in RA (as a great-circle arc, x cos Dec) and Dec, arcseconds.

@@ -8,13 +8,13 @@
 
 #include "ephemeris/Earth_Frame.h"
 #include "ephemeris/Time_Calcs.h"
+#include "ephemeris/Units.h"
 
 namespace kelmoran {
 namespace {
 
 constexpr double kArcsec = 1.0 / 206264.806247096;
 constexpr double kJ2000JD = 2451545.0;
-constexpr double kTwoPi = 6.28318530717959;
 
 // An angle difference folded into -π .. π.
 double Fold(double a) {

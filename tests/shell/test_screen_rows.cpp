@@ -14,6 +14,7 @@
 #include "almanac/cAlmanac.h"
 #include "eclipses/M_Eclipse.h"
 #include "ephemeris/Moon_Phases.h"
+#include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/Screen_Cases.h"
@@ -30,7 +31,6 @@ using testing_dates::Moment;
 using testing_dates::Observe_From;
 
 constexpr double kDeg = 1.0 / testing_dates::kRadian;
-constexpr double kTwoPi = 6.28318530717959;
 
 // Degrees and minutes of a cell such as "  45° 30'.2", "-3° 07'.5" or "12° 00'.0 S", as
 // radians (south and a leading minus negative).

@@ -6,13 +6,13 @@
 
 #include <string>
 
+#include "ephemeris/Units.h"
 #include "stars/M_Resources.h"
 
 namespace kelmoran::stars_test {
 
 constexpr double kArcsec = 206264.806247096;
 constexpr double kDegrees = 57.2957795130823;
-constexpr double kTwoPi = 6.28318530717959;
 
 // The catalogue row of a navigational star by its almanac name, 0 if none.
 inline int32_t Nav_Star(const std::string& name) {
