@@ -35,7 +35,6 @@ const std::array<const char*, cAlmanac::kLatitudeRows> cAlmanac::kLatitudeLabels
 namespace {
 
 constexpr double kHour = 0.041666666666666664;  // day
-constexpr double kDegree = 1.0 / kDegreesPerRadian;
 constexpr double kTenthsInCircle = 216000.0;
 constexpr double kFiftyMinutes = 0.0145444106310606;
 constexpr double kNauticalTwilight = -0.20943951606750488;
@@ -362,7 +361,7 @@ double cAlmanac::Almanac_Awkward_Body(bool moon, double lat, double alt, double 
 void cAlmanac::Calc_Sun_Twilights() {
     const double thresholds[3] = {kNauticalTwilight, kCivilTwilight, -kFiftyMinutes};
     for (int row = 0; row < kLatitudeRows; ++row) {
-        const double lat = kLatitudes[static_cast<size_t>(row)] * kDegree;
+        const double lat = kLatitudes[static_cast<size_t>(row)] * kOneDegree;
         for (int i = 0; i < kDays; ++i) {
             const double noon = 24.0 * i + sunPass_[static_cast<size_t>(i)];
             const double dm = Interpolate_Sun_Data(noon).Dec;
@@ -378,8 +377,8 @@ void cAlmanac::Calc_Sun_Twilights() {
                     const double night = morning ? before : after;
                     const bool exists = noonAlt - alt >= 0.0 && night - alt < 0.0;
                     // Near the threshold at a passage the declination's change decides.
-                    const bool awkward =
-                        std::fabs(noonAlt - alt) < kDegree || std::fabs(night - alt) < kDegree;
+                    const bool awkward = std::fabs(noonAlt - alt) < kOneDegree ||
+                                         std::fabs(night - alt) < kOneDegree;
                     double t = exists ? Get_Time_for_SunAlt(alt, morning, lat, noon) : kNaN;
                     std::string text = kNone;
                     if (!std::isnan(t)) {
@@ -420,7 +419,7 @@ void cAlmanac::Sun_Column() {
         double g0 = sunPlaces_[static_cast<size_t>(h)].GHA;
         double g1 = sunPlaces_[static_cast<size_t>(h + 1)].GHA;
         if (std::fabs(g1 - g0) > kPi) (g0 < g1 ? g0 : g1) += kTwoPi;
-        const double gha = Reduce_2Pi((g0 + g1) / 2.0 - 7.5 * kDegree);
+        const double gha = Reduce_2Pi((g0 + g1) / 2.0 - 7.5 * kOneDegree);
         sunTabGHA_[static_cast<size_t>(h)] = gha;
         double tenths = Tenths(gha);
         if (tenths == kTenthsInCircle) tenths = 0.0;
@@ -523,7 +522,7 @@ double cAlmanac::Get_Time_Of_MoonAlt0(double lat, double from, double to, bool r
 }
 
 void cAlmanac::Moon_Time_Sequence(int row) {
-    const double lat = kLatitudes[static_cast<size_t>(row)] * kDegree;
+    const double lat = kLatitudes[static_cast<size_t>(row)] * kOneDegree;
     for (int i = 0; i < kDays; ++i) {
         am_[static_cast<size_t>(row)][static_cast<size_t>(i)].Moonrise = kNone;
         pm_[static_cast<size_t>(row)][static_cast<size_t>(i)].Moonset = kNone;

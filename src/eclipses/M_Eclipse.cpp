@@ -76,11 +76,11 @@ double Refine_Phase(double jd, int phase) {
     // Works in Julian centuries, as the positions do.
     double T = jd / 36525.0;
     double eOld = Phase_Error(jd, phase);
-    if (!std::isfinite(eOld) || std::fabs(eOld) <= ArcSecond) return jd;
+    if (!std::isfinite(eOld) || std::fabs(eOld) <= kOneArcsecond) return jd;
     double step = eOld / kRelativeRate / 36525.0;
     T += step;
     double eNew = Phase_Error(T * 36525.0, phase);
-    for (int i = 0; i < 20 && std::fabs(eNew) > ArcSecond && eNew != eOld; ++i) {
+    for (int i = 0; i < 20 && std::fabs(eNew) > kOneArcsecond && eNew != eOld; ++i) {
         step = step * eNew / (eOld - eNew);
         T += step;
         eOld = eNew;

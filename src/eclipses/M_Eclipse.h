@@ -20,8 +20,6 @@ namespace kelmoran {
 
 // The constants of the eclipse geometry.
 namespace eclipse {
-inline constexpr double ArcMinute = 1.0 / kArcminPerRadian;  // radians
-inline constexpr double ArcSecond = 1.0 / kArcsecPerRadian;  // radians
 inline constexpr double EarthRadius = 6378.137;              // km, equatorial
 inline constexpr double MoonRadius = 1737.92808633851;       // km
 inline constexpr double SunRadius = 696000.0;                // km

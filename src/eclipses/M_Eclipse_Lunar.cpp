@@ -131,7 +131,7 @@ void Step_From(EclipseEvent& event, double target, bool once, const PlaceSource&
         event.Time += dt;
         event.Separation = Separation_Of(event.DeltaGHA, event.DeltaDec);
         if (once) return;
-        if (!(k < -ArcSecond) && !(k > 2.0 * ArcMinute)) break;
+        if (!(k < -kOneArcsecond) && !(k > 2.0 * kOneArcminute)) break;
         Shadow_From(event, source);
     }
     if (event.WantGamma != 0) Shadow_From(event, source);

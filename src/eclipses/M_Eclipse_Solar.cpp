@@ -124,7 +124,7 @@ GreatestEclipse Greatest_On(double t, const InstantAt& instantAt, double missMar
         const double B = Arc_Sin(tri.p * std::sin(tri.theta) / tri.c);
         // The arcsine gives the acute reading only: the angles of the triangle tell when
         // the angle at the first point is obtuse (the least distance is behind).
-        if (std::fabs(B + tri.theta - A) < ArcMinute) A = kPi - A;
+        if (std::fabs(B + tri.theta - A) < kOneArcminute) A = kPi - A;
         const double step = tri.p * std::cos(A) / tri.c * step0;
         const double least = tri.p * std::sin(A);
         t += step;
@@ -484,7 +484,7 @@ LocalEclipse Local_Solar_Eclipse(double lat, double lon, double from, double to)
     }
 
     // Seen if the Sun's upper limb with refraction (34' + 16') is up at some moment of it.
-    const double horizon = -50.0 * ArcMinute;
+    const double horizon = -50.0 * kOneArcminute;
     for (double t = result.FirstContact;; t += stepDays) {
         const double tt = std::min(t, result.LastContact);
         if (at(tt).sunAltitude > horizon) {

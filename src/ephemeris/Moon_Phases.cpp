@@ -10,11 +10,9 @@ namespace kelmoran {
 
 namespace {
 
-constexpr double kRadPerDeg = 1.0 / kDegreesPerRadian;
-
 // Reduces degrees by 360 x Int(x / 360) (Int the floor) and turns them into radians.
 double Degrees_To_Reduced_Radians(double deg) {
-    return (deg - 360.0 * std::floor(deg / 360.0)) * kRadPerDeg;
+    return (deg - 360.0 * std::floor(deg / 360.0)) * kOneDegree;
 }
 
 // One periodic term: amplitude (days), power of E, and the multiples of M, M', F and Ω

@@ -15,6 +15,11 @@ inline constexpr double kArcminPerRadian = 3437.74677078494;
 // Seconds of arc in one radian (648000/π): radians × kArcsecPerRadian = seconds of arc.
 inline constexpr double kArcsecPerRadian = 206264.806247096;
 
+// One degree, one minute and one second of arc, in radians: a step or a margin of angle.
+inline constexpr double kOneDegree = 1.0 / kDegreesPerRadian;
+inline constexpr double kOneArcminute = 1.0 / kArcminPerRadian;
+inline constexpr double kOneArcsecond = 1.0 / kArcsecPerRadian;
+
 // π, a half circle (radians).
 inline constexpr double kPi = 3.14159265358979;
 // 2π, the whole circle (radians): the modulus of hour angles, longitudes and azimuths.

@@ -24,7 +24,6 @@ namespace kelmoran {
 
 namespace {
 
-constexpr double kOneDegree = 1.0 / kDegreesPerRadian;
 // The Earth's equatorial and polar radii (km) and the inverse flattening of the radius
 // at a latitude: WGS 84.
 constexpr double kEquatorialKm = 6378.137;
