@@ -2,6 +2,7 @@
 // fix with its ellipse from eight sights.
 #include <benchmark/benchmark.h>
 
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "sights/M_Sights.h"
 #include "sights/Sight_Fix.h"

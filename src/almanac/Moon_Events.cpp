@@ -12,6 +12,7 @@
 #include "ephemeris/Moon.h"
 #include "ephemeris/Series.h"
 #include "ephemeris/Sun.h"
+#include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 

@@ -1,8 +1,8 @@
 // The program's fixed unit conversions. Angles are held in radians everywhere; these are the
 // factors that turn them into the degrees, minutes and seconds of arc the user reads and
 // types, and the multiples of π the arithmetic reduces by. The values are the program's own
-// 15-figure literals, not std::numbers: every table, printed page and stored file was worked
-// with exactly these, and a last-bit difference can move a rounded figure.
+// 15-figure literals, not std::numbers: the shown and stored figures are worked with exactly
+// these, and a difference in the last bit can move a rounded figure.
 #pragma once
 
 namespace kelmoran {
