@@ -24,14 +24,6 @@ namespace kelmoran {
 
 namespace {
 
-// The Earth's equatorial and polar radii (km) and the inverse flattening of the radius
-// at a latitude: WGS 84.
-constexpr double kEquatorialKm = 6378.137;
-constexpr double kPolarKm = 6356.755;
-constexpr double kInverseFlattening = 298.25722;
-// The Sun's horizontal parallax at one astronomical unit, seconds of arc.
-constexpr double kSolarParallax = 8.794;
-
 // Signed radii of the limbs (an upper limb negative) and of the planets. The Sun's and the
 // planets' in AU (the Sun's is 959.63" at 1 AU), the Moon's in kilometres; the planets'
 // are the semi-diameters at 1 AU of the Astronomical Almanac (Mercury 3.34", Venus 8.41",

@@ -25,6 +25,13 @@ inline constexpr int32_t kSightMainStars = 209;
 // Margins of the rough filter, taken before the full place of the Moon and planets.
 inline constexpr double kRoughAltMargin = 30.0 / kArcminPerRadian;  // 30' in radians
 inline constexpr double kRoughAzMargin = 5.0;                       // degrees
+// The Earth's equatorial and polar radii (km) and the inverse flattening of the radius at
+// a latitude (WGS 84), and the Sun's horizontal parallax at one astronomical unit (seconds
+// of arc): the figures of the reduction, which the working sheet shares.
+inline constexpr double kEquatorialKm = 6378.137;
+inline constexpr double kPolarKm = 6356.755;
+inline constexpr double kInverseFlattening = 298.25722;
+inline constexpr double kSolarParallax = 8.794;
 
 // Signed radii of the limbs and planets (Sun and planets in AU, the Moon in km; an upper
 // limb is negative), by body code 0 .. 11.

@@ -31,13 +31,6 @@ constexpr double kMinutesPerCircle = 21600.0;
 constexpr double kRateSunPlanets = 900.0;
 constexpr double kRateMoon = 859.0;
 constexpr double kRateAries = 902.4641;
-// Equatorial radius of the Earth (km) and the inverse flattening of the radius at a
-// latitude (WGS 84), the solar parallax at 1 AU in seconds, and the polar radius (km), as
-// the reduction takes them.
-constexpr double kEquatorialKm = 6378.137;
-constexpr double kPolarKm = 6356.755;
-constexpr double kInverseFlattening = 298.25722;
-constexpr double kSolarParallax = 8.794;
 
 bool Is_Moon(int32_t code) {
     return code == body::MoonUpperLimb || code == body::MoonLowerLimb;
