@@ -1,11 +1,13 @@
 # Kelmoran: the two set-up commands on a fresh Debian 12 machine.
 #   make run    install what is missing, build, start the program
 #   make test   install what is missing, build, run every test (UI tests headless)
-# Further targets: make build, make bench, make data (regenerate the tables under data/).
+# Further targets: make build, make bench, make data (regenerate the tables under data/),
+# make install (PREFIX=/usr/local by default, DESTDIR honoured), make package (a .deb).
 
 BUILD_DIR ?= build
 BUILD_TYPE ?= Release
 JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
 
 # Debian packages for building, testing and running. The reference libraries (ERFA,
 # Swiss Ephemeris, GeographicLib) are linked by tests only; tzdata holds the zones that the
@@ -14,13 +16,14 @@ PACKAGES := build-essential cmake ninja-build pkg-config \
     qt6-base-dev libgl-dev fonts-dejavu-core \
     libgtest-dev libgmock-dev googletest libbenchmark-dev \
     liberfa-dev libswe-dev swe-data libgeographiclib-dev \
-    tzdata xvfb xauth
+    tzdata xvfb xauth \
+    desktop-file-utils appstream libxml2-utils file dpkg-dev
 # Only for regenerating the tables.
 DATA_PACKAGES := nodejs npm swe-data stellarium-data
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: run test build configure deps data-deps data bench clean
+.PHONY: run test build configure deps data-deps data bench install package clean
 
 define install_missing
 	@missing=$$(for p in $(1); do dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q '^install ok installed' || echo $$p; done); \
@@ -63,6 +66,13 @@ bench: build
 
 data: data-deps
 	./tools/generate_all.sh
+
+install: build
+	DESTDIR=$(DESTDIR) cmake --install $(BUILD_DIR) --prefix $(PREFIX)
+
+# A Debian package in the build folder, installable with `apt install ./kelmoran_*.deb`.
+package: build
+	cd $(BUILD_DIR) && cpack -G DEB
 
 clean:
 	rm -rf $(BUILD_DIR)

@@ -38,6 +38,11 @@ public:
     void Open_Mail() override;
     void Open_Updates_Page() override;
 
+    // A file named on the command line: a voyage plan opens on the Voyage screen, a set of
+    // sights in the Sights window; anything else is refused with a message and the program
+    // goes on as usual.
+    void Open_Command_Line_File(const QString& path);
+
     // The menu actions, for tests and the keyboard.
     QAction* File_Action(int index) const { return file_[static_cast<size_t>(index)]; }
     QAction* Window_Action(int index) const { return window_[static_cast<size_t>(index)]; }
