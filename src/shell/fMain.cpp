@@ -15,6 +15,7 @@
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
+#include "almanac/AlmanacWindow.h"
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
@@ -208,10 +209,24 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
 bool fMain::Screen_Available(int windowIndex) {
     // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
     return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4;
+           windowIndex == 4 || windowIndex == Window_Index_Of(screen_key::Almanac);
 }
 
-void fMain::Open_Separate_Screen(int) {}
+void fMain::Open_Separate_Screen(int windowIndex) {
+    if (windowIndex == Window_Index_Of(screen_key::Almanac)) Show_Almanac();
+}
+
+AlmanacWindow* fMain::Show_Almanac() {
+    // Made on first opening at the shared moment, then kept with its own date to the end.
+    if (!almanac_) {
+        almanac_ = std::make_unique<AlmanacWindow>(this);
+        almanac_->Start_At(Shell.CurrentJD);
+    }
+    almanac_->show();
+    almanac_->raise();
+    almanac_->activateWindow();
+    return almanac_.get();
+}
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();

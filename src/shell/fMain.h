@@ -16,6 +16,8 @@
 
 namespace kelmoran {
 
+class AlmanacWindow;
+
 class fMain : public QMainWindow, public ShellHost, public SysMsgSink {
     Q_OBJECT
 public:
@@ -42,6 +44,8 @@ public:
     // sights in the Sights window; anything else is refused with a message and the program
     // goes on as usual.
     void Open_Command_Line_File(const QString& path);
+    // The Almanac window, made on first use and shown.
+    AlmanacWindow* Show_Almanac();
 
     // The menu actions, for tests and the keyboard.
     QAction* File_Action(int index) const { return file_[static_cast<size_t>(index)]; }
@@ -95,6 +99,7 @@ private:
     QAction* update_ = nullptr;
     QAction* search_ = nullptr;
     bool closing_ = false;
+    std::unique_ptr<AlmanacWindow> almanac_;
 };
 
 }  // namespace kelmoran
