@@ -96,10 +96,16 @@ void Check_Filter(SightsFilterState& f) {
 }
 
 // The record of the fix time: a time outside the program's years is not put in use; the
-// fix then takes the moment in use, `now`, shown in the zone of `bias`. Its DR is worked
-// again at the end of the load.
+// fix then takes the moment in use, `now`, shown in the zone of `bias`. A DR that is no
+// place is worked again for the fix time (a load that ends early keeps the file's).
 void Check_Fix(Sight_Record& fix, double now, int32_t bias) {
-    if (Is_Moment(fix.Sight_Time)) return;
+    if (Is_Moment(fix.Sight_Time)) {
+        if (!Is_Latitude(fix.DR_Lat) || !Is_Longitude(fix.DR_Long)) {
+            float course = 0, speed = 0;
+            Get_Position(fix.Sight_Time, fix.DR_Lat, fix.DR_Long, course, speed);
+        }
+        return;
+    }
     fix = Sight_Record{};
     fix.Sight_Time = now;
     const MySystemTime t = JD_To_Date(now + bias / 1440.0);
@@ -109,6 +115,8 @@ void Check_Fix(Sight_Record& fix, double now, int32_t bias) {
     fix.Sight_Hour = t.wHour;
     fix.Sight_Minute = t.wMinute;
     fix.Sight_Second = t.wSecond;
+    float course = 0, speed = 0;
+    Get_Position(now, fix.DR_Lat, fix.DR_Long, course, speed);
 }
 
 bool Row_Complete(std::span<const unsigned char> bytes, std::size_t pos) {
