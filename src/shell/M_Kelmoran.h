@@ -192,6 +192,8 @@ struct ShellState {
     int16_t PlanTimesStale = 0;    // the plan's times are to be recomputed
     int16_t ShowIntro = 0;
     std::array<int16_t, kGridScreenCount> IntroPending{};
+    // The messages of the Almanac, the Star Atlas and Sights (Screen menu 7, 8, 9).
+    std::array<int16_t, 3> IntroPendingSeparate{};
     int16_t Editing = 0;
     int16_t CursorShown = 0;
     CursorState Cursor;
