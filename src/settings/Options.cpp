@@ -15,6 +15,7 @@ namespace kelmoran {
 OptionsFlags Options_Flags;
 OptionsSession Options;
 OptionsHooks Options_Hooks;
+int16_t Use_Cyrillic = 0;
 
 namespace {
 

@@ -103,6 +103,10 @@ struct OptionsHooks {
     std::function<void()> Draw_After_Column_Changes;
     std::function<void()> Redraw_Titles;           // altitude and body titles
     std::function<void()> First_Use_Reset;
+    // The screen ticks of the Columns tab that belong to a screen's own state (Clocks
+    // "12:00 Position" and " Twilights", Voyage "Additional Remarks"), by caption.
+    std::function<bool(const std::string& caption)> Tick_Value;
+    std::function<void(const std::string& caption, bool on)> Set_Tick;
 };
 extern OptionsHooks Options_Hooks;
 
@@ -244,6 +248,8 @@ void Columns_Toggle(GridModel& grid, int32_t line);
 // The carry of a label: line `from` is moved to stand at line `to`.
 void Columns_Move(GridModel& grid, int32_t from, int32_t to);
 void Columns_Set_AutoSize(GridModel& grid, bool on);
+// "Cyrilic Characters for Designations" of AltAz: a 16-bit boolean of the run.
+extern int16_t Use_Cyrillic;
 
 // ---- Misc --------------------------------------------------------------------------------
 

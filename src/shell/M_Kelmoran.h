@@ -271,9 +271,9 @@ inline constexpr const char* MustSaveFirst =
     "A plan must be saved before it can be set as the default\r\n";
 inline constexpr const char* SaveCancelled = "Save Cancelled";
 inline constexpr const char* HelpDeleted =
-    "\r\nThe Help File, Kelmoran Help.chm has been deleted.\r\n";
+    "\r\nThe Help File, Kelmoran Help.html has been deleted.\r\n";
 inline constexpr const char* FileDeleted = "File Deleted";
-inline constexpr const char* HelpFileName = "Kelmoran Help.chm";
+inline constexpr const char* HelpFileName = "Kelmoran Help.html";
 }  // namespace shell_text
 
 }  // namespace kelmoran
