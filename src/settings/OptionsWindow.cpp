@@ -319,6 +319,10 @@ void OptionsWindow::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, i
 }
 
 void OptionsWindow::SysMsg_MouseMove(int32_t button, int32_t, int32_t x, int32_t y) {
+    if (x == mouse::LeaveXY) {
+        popup_->Remove();
+        return;
+    }
     if (tab_) tab_->Mouse_Move(button, x, y);
     popup_->Mouse_Move(x, y);
 }
