@@ -66,11 +66,11 @@ class Tb_Bodies : public OptionsTab {
         for (size_t k = 1; k < Constellation_Name.size(); ++k)
             names.push_back(Constellation_Name[k].empty() ? std::to_string(k)
                                                           : Constellation_Name[k]);
-        Setup_Combo(constel_, "ConstelCombo", {330, 120, 520, 140}, names,
+        Setup_Combo(constel_, "ConstelCombo", {240, 200, 440, 220}, names,
                     Filters.ConstelChoice - 1, [](int32_t i) { Bodies_Set_Constellation(i + 1); }, W);
-        Setup_Combo(radius_, "RadiusCombo", {140, 330, 210, 350}, Lines(kRadiusTexts),
+        Setup_Combo(radius_, "RadiusCombo", {140, 336, 210, 356}, Lines(kRadiusTexts),
                     Radius_Index(), Bodies_Set_Radius, W);
-        Setup_Combo(mag_, "MagCombo", {330, 330, 400, 350}, Lines(kMagTexts), Mag_Index(),
+        Setup_Combo(mag_, "MagCombo", {330, 336, 400, 356}, Lines(kMagTexts), Mag_Index(),
                     Bodies_Set_Mag, W);
         for (cLatLongView* p : {&shaDec_, &altAz_}) {
             p->ClassOwner = &W;
@@ -85,8 +85,8 @@ class Tb_Bodies : public OptionsTab {
         shaDec_.Set_Declination(mode3 ? Filters.CentreB : 0);
         altAz_.Set_Altitude(mode4 ? Filters.CentreA : 0);
         altAz_.Set_Azimuth(mode4 ? Filters.CentreB : 0);
-        shaDec_.MyShaDecPosn(330, 168);
-        altAz_.MyAltAzPosn(360, 236);
+        shaDec_.MyShaDecPosn(240, 222);
+        altAz_.MyAltAzPosn(240, 270);
         Combos = {&constel_, &radius_, &mag_};
     }
     std::string Name() const override { return options_tab::Bodies; }
@@ -112,12 +112,10 @@ class Tb_Bodies : public OptionsTab {
 
         static constexpr std::array<const char*, 5> keys = {"Bodies", "Mag Limit", "By Constellation",
                                                             "By SHA/ Dec", "By Obs Alt/ Az"};
-        const std::array<int32_t, 5> tops = {page.Top + 14 + 4 * kLine + 10, 0, 0, 0, 0};
-        int32_t oy = tops[0];
-        W.Group(p, {x - 8, oy - 6, page.Right - 16, page.Top + 290}, "Stars");
-        oy += 8;
+        static constexpr std::array<int32_t, 5> rows = {156, 178, 200, 240, 284};
+        W.Group(p, {x - 8, 146, page.Right - 16, 324}, "Stars");
         for (int32_t m = 0; m < 5; ++m) {
-            const int32_t rowY = m < 2 ? oy + m * kLine : (m == 2 ? 120 : (m == 3 ? 180 : 248));
+            const int32_t rowY = rows[static_cast<size_t>(m)];
             W.Add_Hot(W.Option(p, x, rowY, kBodiesModes[static_cast<size_t>(m)],
                                f.BodyFilterMode == m),
                       keys[static_cast<size_t>(m)], [this, m](int32_t b) {
@@ -134,10 +132,10 @@ class Tb_Bodies : public OptionsTab {
         Combos = {&radius_, &mag_};
         if (f.BodyFilterMode == 2) Combos.insert(Combos.begin(), &constel_);
 
-        W.Text(p, x, 330, "Limiting Radius");
-        W.Add_Hot({x, 330, radius_.Box.Right, 350}, "Limiting Radius", nullptr);
-        W.Text(p, 290, 330, "Mag.");
-        W.Add_Hot({290, 330, mag_.Box.Right, 350}, "Mag Limit", nullptr);
+        W.Text(p, x, 336, "Limiting Radius");
+        W.Add_Hot({x, 336, radius_.Box.Right, 356}, "Limiting Radius", nullptr);
+        W.Text(p, 290, 336, "Mag.");
+        W.Add_Hot({290, 336, mag_.Box.Right, 356}, "Mag Limit", nullptr);
     }
 
     void LatLong_Change(cLatLong&) override { Take_Centre(); }
@@ -372,10 +370,10 @@ class Tb_Position : public OptionsTab {
         fix_.MyDecPlaces = 2;
         fix_.Set_Latitude(Settings.ObserverLat);
         fix_.Set_Longitude(Settings.ObserverLong);
-        fix_.MyLatLongPosn(40, 226);
+        fix_.MyLatLongPosn(40, 186);
         time_.ClassType = "Dates";
         time_.Configure_Standard_Dates(true, &W, 600);
-        time_.Position_DateGrid(40, 284);
+        time_.Position_DateGrid(40, 272);
         time_.My_TZ_Bias(TZ_Bias);
         time_.MyTime((Settings.FixTime != 0 ? Settings.FixTime : Shell.CurrentJD) + TZ_Bias / 1440.0);
     }
@@ -411,16 +409,16 @@ class Tb_Position : public OptionsTab {
         Pairs.clear();
         Strip = nullptr;
         if (method != kDRByPlan) {
-            W.Text(p, x, 182, method == kFixPosition ? "Position" : "Position of the Fix", true);
+            W.Text(p, x, 160, method == kFixPosition ? "Position" : "Position of the Fix", true);
             Pairs.push_back(&fix_);
             W.Add_Hot(fix_.MyLatFrame, "Lat", nullptr);
             W.Add_Hot(fix_.MyLongtFrame, "Long", nullptr);
         }
         if (method == kDRCourseSpeed) {
-            W.Text(p, x + 20, 264, "Fix Time", true);
+            W.Text(p, x, 248, "Fix Time", true);
             Strip = &time_;
             W.Add_Hot(time_.MyFrame, "Time", nullptr);
-            const int32_t cy = 232;
+            const int32_t cy = 207;
             W.Text(p, 330, cy - 24, "Course", true);
             const Rect course = {330, cy - 4, 410, cy + 22};
             W.Field(p, course, Format_Number(Settings.FixCourse, "000\u00B0.0"));
@@ -700,7 +698,7 @@ class Tb_Misc : public OptionsTab {
                       keys[static_cast<size_t>(l)], [l](int32_t b) {
                           if (b == mouse::Left) Misc_Set_Help_Level(l);
                       });
-            W.Text(p, x + 280, ly, what[static_cast<size_t>(l)], false, Drawing().Shadow);
+            W.Text(p, x + 240, ly, what[static_cast<size_t>(l)], false, Drawing().Shadow);
         }
         y += 4 * kLine + 40;
         W.Add_Hot(W.Tick(p, x, y, kReinstateMessages, Options_Flags.ResetMessages != 0), "Misc",
