@@ -190,6 +190,7 @@ void Compute_Derived_Settings() {
 void First_Use_Reset() {
     Shell.ShowIntro = kTrue;
     Shell.IntroPending.fill(kTrue);
+    Shell.IntroPendingSeparate.fill(kTrue);
 }
 
 void Set_First_Run_Defaults() {

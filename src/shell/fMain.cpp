@@ -12,6 +12,11 @@
 #include <QUrl>
 
 #include "settings/File_IO.h"
+#include "settings/OptionsWindow.h"
+#include "shell/HelpPopup.h"
+#include "shell/HelpWindow.h"
+#include "shell/Help_PopUp_Tests.h"
+#include "shell/M_Help.h"
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
@@ -81,6 +86,8 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     resize(900, 600);
     hook_.SubClass(client_);
     client_->setFocus();
+    client_->setMouseTracking(true);
+    popup_ = std::make_unique<HelpPopup>(client_, fmain_Help_PopUp_Tests);
 
     Reset_Shell(this);
     Build_Menus();
@@ -103,6 +110,7 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
 }
 
 fMain::~fMain() {
+    popup_.reset();
     Shell_Closing();
     Shell.Host = nullptr;
 }
@@ -118,7 +126,7 @@ void fMain::Build_Menus() {
         connect(file_[i], &QAction::triggered, this, [index] { File_Menu_Action(index); });
     }
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
-    options_->setEnabled(false);  // the Options dialogue is not part of the program yet
+    connect(options_, &QAction::triggered, this, [this] { mnuOptions_Click(); });
     windowMenu_ = bar->addMenu("    &Screen    ");
     for (size_t i = 0; i < window_.size(); ++i) {
         window_[i] = windowMenu_->addAction(Q(m.mnuWindow[i].Caption));
@@ -240,11 +248,32 @@ void fMain::Unload_Main() { close(); }
 
 void fMain::Save_Settings() { Save_User_Dat(); }
 
-bool fMain::Open_Help_File() {
-    const QString path =
-        QDir(QCoreApplication::applicationDirPath()).filePath(shell_text::HelpFileName);
-    if (!QFileInfo::exists(path)) return false;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+bool fMain::Open_Help_File() { return Open_Help_Book(this); }
+
+void fMain::Remove_Help_Popup() {
+    if (popup_) popup_->Remove();
+}
+
+void fMain::Show_Intro_Message() {
+    const std::string key = Shell.ScreenName;
+    if (!Take_Intro_Pending(key)) return;
+    const std::string text = Get_FirstUse_Message(key);
+    if (text.empty()) return;
+    // Modal to the main window; the call does not wait, so start-up goes on behind it.
+    if (intro_) intro_->close();
+    intro_ = new QMessageBox(QMessageBox::NoIcon, kIntroCaption, Q(text), QMessageBox::Ok, this);
+    intro_->setAttribute(Qt::WA_DeleteOnClose);
+    intro_->setWindowModality(Qt::WindowModal);
+    intro_->open();
+    ++Intros_Shown;
+}
+
+void fMain::mnuOptions_Click() {
+    Kill_Activities();
+    Show_Options(this, Shell.ScreenName.empty() ? screen_key::Splash : Shell.ScreenName);
+    // The cursor goes back on a valid cell (Main has none).
+    if (auto* form = dynamic_cast<cGeneralForm*>(Shell.CurrentScreen)) form->Grid().Move_Cursor(0);
+    Repaint();
 }
 
 void fMain::Open_Mail() {
@@ -284,10 +313,16 @@ void fMain::SysMsg_MouseUp(int32_t button, int32_t shift, int32_t x, int32_t y) 
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseUp(button, shift, x, y);
 }
 void fMain::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    popup_->Remove();
     client_->setFocus();
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseDown(button, shift, x, y);
 }
 void fMain::SysMsg_MouseMove(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    if (x != mouse::LeaveXY) {
+        popup_->Mouse_Move(x, y);
+    } else {
+        popup_->Remove();
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseMove(button, shift, x, y);
 }
 void fMain::SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) {
@@ -297,7 +332,8 @@ void fMain::SysMsg_Resize(int32_t width, int32_t height) {
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_Resize(width, height);
 }
 void fMain::SysMsg_FocusChange(int32_t active) {
-    // Losing the window ends an edit.
+    // Losing the window ends an edit and removes the help pop-up.
+    if (!active) popup_->Remove();
     if (!active && Shell.Editing) End_Edit(true);
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_FocusChange(active);
 }
@@ -306,6 +342,7 @@ void fMain::SysMsg_hScrollColmShift(int32_t colm) {
 }
 
 void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
+    popup_->Remove();
     if (key == 18) return;  // Alt alone
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.

@@ -5,6 +5,8 @@
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
 #include <array>
 #include <memory>
 #include <vector>
@@ -17,6 +19,7 @@
 namespace kelmoran {
 
 class AlmanacWindow;
+class HelpPopup;
 
 class fMain : public QMainWindow, public ShellHost, public SysMsgSink {
     Q_OBJECT
@@ -39,6 +42,15 @@ public:
     bool Open_Help_File() override;
     void Open_Mail() override;
     void Open_Updates_Page() override;
+    void Remove_Help_Popup() override;
+    void Show_Intro_Message() override;
+
+    // "    &Options    " of the menu bar: the dialogue for the screen that is showing.
+    void mnuOptions_Click();
+    // The help pop-up of the client area, and the Non-Recurring Message last shown.
+    HelpPopup& Popup() { return *popup_; }
+    QMessageBox* Intro_Box() const { return intro_; }
+    int Intros_Shown = 0;
 
     // A file named on the command line: a voyage plan opens on the Voyage screen, a set of
     // sights in the Sights window; anything else is refused with a message and the program
@@ -54,6 +66,7 @@ public:
     QAction* Find_Star_Action() const { return search_; }
     QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
+    QAction* Options_Action() const { return options_; }
     UiScreen* Current_Ui_Screen() const;
     // The client area, in which the screens paint, and its hook.
     QWidget* Client() const;
@@ -100,6 +113,8 @@ private:
     QAction* search_ = nullptr;
     bool closing_ = false;
     std::unique_ptr<AlmanacWindow> almanac_;
+    std::unique_ptr<HelpPopup> popup_;
+    QPointer<QMessageBox> intro_;
 };
 
 }  // namespace kelmoran
