@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "printing/cPrint_Gateway.h"
 #include "settings/SettingsRecord.h"
 #include "shell/cGeneralForm.h"
 #include "shell/cMainForm.h"
@@ -92,5 +93,9 @@ void SplashScreen::Draw_Block(QPainter& p, const std::vector<MainLine>& lines, i
         y += kMainRowHeight;
     }
 }
+
+void SplashScreen::mnuPrint() { Print_Main_Page(page_, myJD_, false, window_); }
+
+void SplashScreen::mnuSave_PDF() { Print_Main_Page(page_, myJD_, true, window_); }
 
 }  // namespace kelmoran

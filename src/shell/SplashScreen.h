@@ -21,6 +21,8 @@ class SplashScreen : public DateStripScreen {
     void Menu_PopUp(const std::string&) override {}
     void Restore_Layout() override {}
     void Kill_Activities(const CursorState&) override {}
+    void mnuPrint() override;
+    void mnuSave_PDF() override;
     void Resize(QSize size) override;
 
     // SysMsgSink: the mouse, the wheel and the keys of the main window.
