@@ -193,11 +193,11 @@ std::string Title_Position(double lat, double lon) {
     return Format_Lat(lat, 1, false) + "/  " + Format_Long(lon, 1, false);
 }
 
-std::string Clox_Title(bool byPlan, float course, float speed, double lat, double lon) {
+std::string Clox_Title(bool byPlan, float course, float speed, const std::string& position) {
     if (byPlan)
         return "Twilight Data:  Course " + Format_Number(course, "000°.0") + " T/ " +
                Format_Number(speed, "#0.0#") + " Kts";
-    return "Twilight times for " + Title_Position(lat, lon);
+    return "Twilight times for " + position;
 }
 
 std::vector<std::string> Decide_Generic_Title(const std::string& key, double jd) {
@@ -226,7 +226,7 @@ std::vector<std::string> Decide_Generic_Title(const std::string& key, double jd)
     }
     if (key == screen_key::Clox) {
         const bool byPlan = Settings.PositionMethod == kDRByPlan && !drError;
-        return {Clox_Title(byPlan, course, speed, lat, lon)};
+        return {Clox_Title(byPlan, course, speed, position)};
     }
     return {Title_Date(zoneJD, julian, TZ_Bias)};
 }
@@ -263,8 +263,8 @@ GridPrint NavPlan_Print(const VoyagePlan& plan, int32_t bias) {
     } cols[] = {{"WPt", 36, 2},        {"ID", 50, 0},          {"Description", 220, 0},
                 {"Latitude", 100, 1},  {"Longitude", 110, 1},  {"Speed", 70, 1},
                 {"Course", 70, 1},     {"Mag Co", 80, 1},      {"Distance", 80, 1},
-                {"Total Dist.", 80, 1}, {"", 110, 1},          {"Time to go", 90, 1},
-                {"Dist to go", 80, 1}};
+                {"Duration", 90, 1},   {"Total Dist.", 80, 1}, {"", 110, 1},
+                {"Time to go", 90, 1}, {"Dist to go", 80, 1}};
     int32_t i = 0;
     for (const auto& c : cols)
         p.Columns.push_back({i++, c.Heading[0] ? c.Heading : eta, c.Width, c.Align});
@@ -283,10 +283,10 @@ GridPrint NavPlan_Print(const VoyagePlan& plan, int32_t bias) {
             a[2] = w.Description;
             a[3] = text.Lat;
             a[4] = text.Long;
-            a[9] = Miles_Text(w.Total_Distance);
-            a[10] = Short_Moment(w.Time + bias / 1440.0, julian);
-            a[11] = Duration_Text(totalHours - w.Running_Time);
-            a[12] = Miles_Text(w.Distance_To_Go);
+            a[10] = Miles_Text(w.Total_Distance);
+            a[11] = Short_Moment(w.Time + bias / 1440.0, julian);
+            a[12] = Duration_Text(totalHours - w.Running_Time);
+            a[13] = Miles_Text(w.Distance_To_Go);
         }
         b[2] = w.Remarks;
         if (r < last && w.Row_Valid) {
@@ -294,7 +294,7 @@ GridPrint NavPlan_Print(const VoyagePlan& plan, int32_t bias) {
             b[6] = Format_Course(w.Course) + " T";
             b[7] = Format_Magnetic_Course(w.Course - w.Variation);
             b[8] = Miles_Text(w.Distance);
-            b[10] = Duration_Text(w.Leg_Time);
+            b[9] = Duration_Text(w.Leg_Time);
         }
         p.Cells.push_back(std::move(a));
         p.Cells.push_back(std::move(b));

@@ -149,8 +149,8 @@ std::string Title_Position(double lat, double lon);
 std::vector<std::string> Decide_Generic_Title(const std::string& key, double jd);
 
 // Clocks: "Twilight Data:  Course 045°.0 T/ 6.5 Kts" when a plan is in use (`byPlan`),
-// else "Twilight times for " and the position.
-std::string Clox_Title(bool byPlan, float course, float speed, double lat, double lon);
+// else "Twilight times for " and the position text.
+std::string Clox_Title(bool byPlan, float course, float speed, const std::string& position);
 
 // The voyage plan's titles: its title, then the departure, the arrival, the distance and
 // the default speed.
