@@ -119,6 +119,13 @@ struct TableFit {
 TableFit Fit_Columns(const GridPrint& print, const PrintMeasure& measure, float scale,
                      int32_t pWidth, int32_t gap);
 
+// A table that would print at less than four fifths of its size across a standing page
+// goes on a page turned on its side.
+inline constexpr float kLandscapeBelow = 0.8f;
+inline bool Prefer_Landscape(const TableFit& portrait) {
+    return portrait.FontFactor < kLandscapeBelow;
+}
+
 // The entries of each page: lines First .. Last (inclusive) of Cells.
 struct PageSpan {
     int32_t First = 0;

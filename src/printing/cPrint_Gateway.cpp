@@ -56,6 +56,8 @@ bool cPrint_Gateway::Start_Printing(const PrintContent& content, QWidget* parent
         return false;
     }
     QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QString::fromStdString(Print_Document_Name(Job(content))));
+    Choose_Orientation(printer, content);
     if (!Print_Hooks().Print_Dialog(printer, parent)) return false;
     return Begin_Printing(printer, content);
 }
@@ -65,7 +67,20 @@ bool cPrint_Gateway::Save_PDF(const PrintContent& content, const std::string& pa
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(QString::fromStdString(path));
+    Choose_Orientation(printer, content);
     return Begin_Printing(printer, content);
+}
+
+void cPrint_Gateway::Choose_Orientation(QPrinter& printer, const PrintContent& content) {
+    const auto* grid = std::get_if<GridPrint>(&content);
+    if (!grid) return;
+    const std::string job = Job(content);
+    cPrint_Generic probe;
+    probe.Area = Define.Set_Printer_Scalling(Define.Get_Printer_Details(printer), job);
+    Define.Restore_Printer(printer);
+    probe.Fonts = Define.Define_Printer_Fonts(probe.Area.ScaleY);
+    probe.Initialize_Dimensions(*grid);
+    if (Prefer_Landscape(probe.Fit())) printer.setPageOrientation(QPageLayout::Landscape);
 }
 
 bool cPrint_Gateway::Ask_And_Save_PDF(const PrintContent& content, QWidget* parent) {

@@ -56,6 +56,8 @@ class cPrint_Gateway {
 
   private:
     std::string Job(const PrintContent& content) const;
+    // Turns the sheet for a grid that would print much smaller across a standing page.
+    void Choose_Orientation(QPrinter& printer, const PrintContent& content);
 };
 
 // The grid screens' "Print" and "Save as PDF...": what `grid` shows at `jd` with the
