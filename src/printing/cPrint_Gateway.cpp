@@ -118,32 +118,26 @@ bool cPrint_Gateway::Begin_Printing(QPrinter& printer, const PrintContent& conte
     return true;
 }
 
+void Print_Or_Save(const PrintContent& content, bool toPdf, QWidget* parent) {
+    cPrint_Gateway gateway;
+    if (toPdf)
+        gateway.Ask_And_Save_PDF(content, parent);
+    else
+        gateway.Start_Printing(content, parent);
+}
+
 void Print_Grid(const GridModel& grid, double jd, bool toPdf, QWidget* parent) {
     GridPrint print = Collect_Data(grid);
     print.Titles = Decide_Generic_Title(grid.Key, jd);
-    cPrint_Gateway gateway;
-    if (toPdf)
-        gateway.Ask_And_Save_PDF(print, parent);
-    else
-        gateway.Start_Printing(print, parent);
+    Print_Or_Save(print, toPdf, parent);
 }
 
 void Print_Main_Page(const MainPage& page, double jd, bool toPdf, QWidget* parent) {
-    cPrint_Gateway gateway;
-    const SplashPrint print = Splash_Print(page, jd);
-    if (toPdf)
-        gateway.Ask_And_Save_PDF(print, parent);
-    else
-        gateway.Start_Printing(print, parent);
+    Print_Or_Save(Splash_Print(page, jd), toPdf, parent);
 }
 
 void Print_Voyage_Plan(const VoyagePlan& plan, int32_t bias, bool toPdf, QWidget* parent) {
-    cPrint_Gateway gateway;
-    const GridPrint print = NavPlan_Print(plan, bias);
-    if (toPdf)
-        gateway.Ask_And_Save_PDF(print, parent);
-    else
-        gateway.Start_Printing(print, parent);
+    Print_Or_Save(NavPlan_Print(plan, bias), toPdf, parent);
 }
 
 }  // namespace kelmoran

@@ -60,6 +60,8 @@ class cPrint_Gateway {
     void Choose_Orientation(QPrinter& printer, const PrintContent& content);
 };
 
+// "Print" (`toPdf` false) or "Save as PDF..." of any content, as a new job.
+void Print_Or_Save(const PrintContent& content, bool toPdf, QWidget* parent);
 // The grid screens' "Print" and "Save as PDF...": what `grid` shows at `jd` with the
 // screen's titles. `toPdf` asks for a file instead of a printer.
 void Print_Grid(const GridModel& grid, double jd, bool toPdf, QWidget* parent);

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "shell/M_Kelmoran.h"
+#include "shell/SplashScreen.h"
 
 namespace kelmoran {
 
@@ -182,27 +183,8 @@ void cPrint_Generic::Print_Splash(QPainter& p, const SplashPrint& page) {
     const int32_t half = Area.pWidth / 2;
     const int32_t gap = Scaled(30.0f, Area.ScaleX);
     auto block = [&](const std::vector<MainLine>& lines, int32_t left) {
-        const int32_t width = half - gap;
-        const int32_t valueLeft = left + width * 11 / 20;
-        int32_t y = top;
-        for (const MainLine& l : lines) {
-            const bool heading = l.Value.empty();
-            QFont label = Fonts.pHdrFont;
-            label.setUnderline(heading);
-            p.setFont(label);
-            p.setPen(Qt::black);
-            const int32_t indent = heading ? 0 : Scaled(12.0f, Area.ScaleX);
-            p.drawText(QRect(left + indent, y, valueLeft - left - indent, line),
-                       Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(l.Label));
-            if (!heading) {
-                p.setFont(Fonts.pStdFont);
-                p.setPen(l.Value == "DR Error" ? Qt::red : Qt::black);
-                p.drawText(QRect(valueLeft, y, left + width - valueLeft, line),
-                           Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(l.Value));
-            }
-            y += line;
-        }
-        return y;
+        return Draw_Main_Block(p, lines, QRect(left, top, half - gap, line),
+                               Scaled(12.0f, Area.ScaleX), Fonts.pHdrFont, Fonts.pStdFont);
     };
     const int32_t bottom = std::max(block(page.Day, Area.Left + gap / 2),
                                     block(page.Moon, Area.Left + half + gap / 2));
