@@ -15,13 +15,14 @@ PREFIX ?= /usr/local
 
 # Debian packages for building, testing and running. The reference libraries (ERFA,
 # Swiss Ephemeris, GeographicLib) are linked by tests only; tzdata holds the zones that the
-# summer-time tests run under; Xvfb gives `make run` a display on a machine without one.
+# summer-time tests run under; Xvfb gives `make run` a display on a machine without one;
+# poppler-utils reads the printed PDFs back in the print tests.
 PACKAGES := build-essential cmake ninja-build pkg-config \
     qt6-base-dev libgl-dev fonts-dejavu-core \
     libgtest-dev libgmock-dev googletest libbenchmark-dev \
     liberfa-dev libswe-dev swe-data libgeographiclib-dev \
     tzdata xvfb xauth \
-    desktop-file-utils appstream libxml2-utils file dpkg-dev
+    desktop-file-utils appstream libxml2-utils file dpkg-dev poppler-utils
 # Only for the sanitizer and fuzzer build: Clang with its runtimes (ASan, UBSan, libFuzzer).
 ASAN_PACKAGES := clang libclang-rt-14-dev
 ASAN_DIR ?= build-asan

@@ -173,6 +173,7 @@ void Menus_Set_For_Screen() {
     if (key == screen_key::Lunations) {
         f[1].Caption = "&Print Data";
         f[1].Visible = true;
+        f[1].Enabled = true;  // the table of the year prints from here
         f[9].Caption = "Print &Eclipse";
     } else if (key == screen_key::Clox) {
         f[1].Caption = "&Calculate Ship Time";
@@ -238,7 +239,7 @@ void File_Menu_Action(int index) {
         if (host) host->Unload_Main();
         return;
     }
-    if (caption == "&Print") {
+    if (caption == "&Print" || caption == "&Print Data") {
         if (Shell.CurrentScreen) Shell.CurrentScreen->mnuPrint();
         return;
     }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "printing/cPrint_Gateway.h"
 #include "settings/SettingsRecord.h"
 #include "shell/cSubClass.h"
 
@@ -465,5 +466,9 @@ void cGeneralForm::SysMsg_KeyDown(int32_t key, int32_t shift) {
     SetScrollBars();
     Draw();
 }
+
+void cGeneralForm::mnuPrint() { Print_Grid(grid_, myJD_, false, window_); }
+
+void cGeneralForm::mnuSave_PDF() { Print_Grid(grid_, myJD_, true, window_); }
 
 }  // namespace kelmoran

@@ -45,6 +45,8 @@ class cGeneralForm : public DateStripScreen {
     void Menu_PopUp(const std::string& caption) override;
     void Restore_Layout() override;
     void Kill_Activities(const CursorState& state) override;
+    void mnuPrint() override;
+    void mnuSave_PDF() override;
 
     // UiScreen
     void Resize(QSize size) override;

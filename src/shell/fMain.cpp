@@ -125,6 +125,13 @@ void fMain::Build_Menus() {
         const int index = static_cast<int>(i);
         connect(file_[i], &QAction::triggered, this, [index] { File_Menu_Action(index); });
     }
+    // "Save as PDF..." stands after "&Print": the same pages to a file, with no printer.
+    savePdf_ = new QAction("Save as P&DF...", this);
+    fileMenu_->insertAction(file_[10], savePdf_);
+    connect(savePdf_, &QAction::triggered, this, [] {
+        Kill_Activities();
+        if (Shell.CurrentScreen) Shell.CurrentScreen->mnuSave_PDF();
+    });
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
     connect(options_, &QAction::triggered, this, [this] { mnuOptions_Click(); });
     windowMenu_ = bar->addMenu("    &Screen    ");

@@ -61,6 +61,8 @@ public:
 
     // The menu actions, for tests and the keyboard.
     QAction* File_Action(int index) const { return file_[static_cast<size_t>(index)]; }
+    // "Save as PDF...", beside "&Print".
+    QAction* Save_PDF_Action() const { return savePdf_; }
     QAction* Window_Action(int index) const { return window_[static_cast<size_t>(index)]; }
     QAction* Reset_Time_Action() const { return update_; }
     QAction* Find_Star_Action() const { return search_; }
@@ -108,6 +110,7 @@ private:
     std::array<QAction*, 5> help_{};
     std::array<QAction*, 7> book_{};
     std::array<QAction*, 2> undo_{};
+    QAction* savePdf_ = nullptr;
     QAction* options_ = nullptr;
     QAction* update_ = nullptr;
     QAction* search_ = nullptr;
