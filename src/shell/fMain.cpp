@@ -20,7 +20,10 @@
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
 #include "stars/M_Resources.h"
+#include "voyage/CloxView.h"
+#include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
+#include "voyage/cNavPlanView.h"
 #include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
@@ -82,6 +85,7 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     client_->setFocus();
 
     Reset_Shell(this);
+    Shell.Plan = &planFiles_;
     Build_Menus();
     // The settings name the default voyage plan: it is read, or the empty plan made.
     const double now = Calc_JD(Now_UTC(), false);
@@ -104,6 +108,7 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
 fMain::~fMain() {
     Shell_Closing();
     Shell.Host = nullptr;
+    Shell.Plan = nullptr;
 }
 
 void fMain::Build_Menus() {
@@ -130,7 +135,11 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
-    for (size_t i = 0; i < undo_.size(); ++i) undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+    for (size_t i = 0; i < undo_.size(); ++i) {
+        undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(undo_[i], &QAction::triggered, this, [index] { mnuUndo_Click(index); });
+    }
     helpMenu_ = bar->addMenu("    &Help    ");
     for (size_t i = 0; i < help_.size(); ++i) {
         help_[i] = helpMenu_->addAction(Q(m.mnuHelp[i].Caption));
@@ -200,15 +209,18 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
     } else if (key == screen_key::AltAz || key == screen_key::Planets ||
                key == screen_key::Lunations) {
         screen = std::make_unique<cGeneralForm>(key, client_, &hook_);
+    } else if (key == screen_key::NavPlan) {
+        screen = std::make_unique<cNavPlan>(client_, &hook_);
+    } else if (key == screen_key::Clox) {
+        screen = std::make_unique<CloxView>(client_, &hook_);
     }
     if (screen) screen->Resize(client_->size());
     return screen;
 }
 
 bool fMain::Screen_Available(int windowIndex) {
-    // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
-    return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4;
+    // The six grid screens.
+    return windowIndex >= 0 && windowIndex < kGridScreenCount;
 }
 
 void fMain::Open_Separate_Screen(int) {}
@@ -292,6 +304,12 @@ void fMain::SysMsg_hScrollColmShift(int32_t colm) {
 
 void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
     if (key == 18) return;  // Alt alone
+    // Ctrl+Z and Ctrl+Y: undo and redo, where the menu offers them.
+    if ((shift & mouse::Ctrl) && (key == 'Z' || key == 'Y')) {
+        if (Edit.Editing) End_Edit(true);
+        mnuUndo_Click(key == 'Z' ? 0 : 1);
+        return;
+    }
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;

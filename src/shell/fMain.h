@@ -13,6 +13,7 @@
 #include "shell/M_SubClass.h"
 #include "shell/cSubClass.h"
 #include "shell/UiScreen.h"
+#include "voyage/cNavPlan_Files.h"
 
 namespace kelmoran {
 
@@ -90,6 +91,11 @@ private:
     QAction* update_ = nullptr;
     QAction* search_ = nullptr;
     bool closing_ = false;
+    cNavPlan_Files planFiles_{this};
+
+  public:
+    // The plan items of the File menu (tests choose their files through it).
+    cNavPlan_Files& Plan_Files() { return planFiles_; }
 };
 
 }  // namespace kelmoran

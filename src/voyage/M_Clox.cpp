@@ -101,8 +101,8 @@ void Calculate_Ship_Time(VoyagePlan& plan) {
     }
 }
 
-void Take_Ship_Time_From_Plan(VoyagePlan& plan) {
-    Plan_Undo.Push_Clox_State(plan);
+void Take_Ship_Time_From_Plan(VoyagePlan& plan, bool undoStep) {
+    if (undoStep) Plan_Undo.Push_Clox_State(plan);
     const int days = Clox_Day_Count(plan);
     plan.Ship_Time.assign(static_cast<size_t>(days), plan.Header.ETD_Minutes);
     for (int d = 0; d < days; ++d) {
