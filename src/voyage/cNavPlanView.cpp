@@ -126,6 +126,9 @@ void cNavPlan::Populate() {
     for (int32_t c = navplan_col::FixedEta1; c <= navplan_col::FixedTtg3; ++c)
         grid_.MyColmTitles[static_cast<size_t>(c)][0] = Fixed_Speed_Title(Voyage.Header, c);
     grid_.Set_Data(page_.Labels, static_cast<int32_t>(page_.Lines.size()));
+    grid_.MyRowColours.assign(page_.Lines.size(), 0);
+    for (size_t i = 0; i < page_.Lines.size(); ++i)
+        if (page_.Lines[i].Remarks) grid_.MyRowColours[i] = kRemarksInk;
     grid_.Columns_Set_Working_Arrays();
     Draw();
 }

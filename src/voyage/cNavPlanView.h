@@ -119,7 +119,7 @@ class cNavPlan : public UiScreen, public PictureForm, public cDatesOwner, public
     cSubClass* hook_ = nullptr;
     QImage picture_;
     bool visible_ = false;
-    bool remarks_ = true;
+    bool remarks_ = false;
     GridModel grid_;
     cMainForm form_;
     cDatesView etd_;
@@ -130,6 +130,9 @@ class cNavPlan : public UiScreen, public PictureForm, public cDatesOwner, public
     int32_t menuRow_ = -1;      // plan row of the row menu
     int32_t menuPosition_ = -1; // grid position the menu was opened on
     int32_t wheelRest_ = 0;
+
+  public:
+    static constexpr uint32_t kRemarksInk = 0x202080;  // the remarks lines
 };
 
 }  // namespace kelmoran

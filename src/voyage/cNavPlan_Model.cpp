@@ -62,7 +62,7 @@ std::string Fixed_Speed_Title(const Plan_Header& header, int32_t column) {
 std::vector<ColumnDef> NavPlan_Columns(const Plan_Header& header) {
     const std::string position = " 000\u00B0 00'.0 W ";
     const std::string time = " * 00/ 00:00   ";
-    const std::string duration = "00d/ 00h 00m ";
+    const std::string duration = "  00d/ 00h 00m  ";
     const std::string distance = " 00,000'.0 ";
     std::vector<ColumnDef> t = {
         {"WPt", "WPt", 2, " 000 ", true},
@@ -94,8 +94,8 @@ NavPlan_Page Populate_MainData(const VoyagePlan& plan, bool remarks) {
     const int32_t n = plan.Row_Count();
     for (int32_t r = 0; r < n; ++r) {
         page.Lines.push_back({r, false});
-        if (remarks && !plan.Way_Points[static_cast<size_t>(r)].Remarks.empty())
-            page.Lines.push_back({r, true});
+        const Way_Point& w = plan.Way_Points[static_cast<size_t>(r)];
+        if (remarks && (w.Row_Valid || !w.Remarks.empty())) page.Lines.push_back({r, true});
     }
     const size_t lines = page.Lines.size();
     page.Labels.assign(navplan_col::Count, std::vector<std::string>(lines, Blank()));

@@ -81,8 +81,8 @@ struct NavPlan_Page {
 };
 
 // Populate_MainData: every cell of the plan as text. A cell with nothing in it holds two
-// blanks. With `remarks` a row that has remarks is followed by a line holding them in the
-// Description column. Times in the zone of the ETD.
+// blanks. With `remarks` every way point (and any row that has remarks) is followed by a
+// line for its remarks, in the Description column. Times in the zone of the ETD.
 NavPlan_Page Populate_MainData(const VoyagePlan& plan, bool remarks);
 
 // The edit a cell opens: the field of the edit engine, its start value and text; an empty
