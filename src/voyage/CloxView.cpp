@@ -22,6 +22,7 @@ void CloxView::CalcDates() {
     for (size_t r = 0; r < rows_.Sunday.size(); ++r)
         if (rows_.Sunday[r]) g.MyRowColours[r] = kSundayRed;
     g.Set_Data(rows_.Labels, rows_.Rows);
+    g.Widen_To_Data();  // a date with its " *" may be wider than the sample
     g.Columns_Set_Working_Arrays();
     SetScrollBars();
     Draw();

@@ -1,5 +1,6 @@
 #include "voyage/Clox_Rows.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "almanac/Sun_Events.h"
@@ -62,7 +63,10 @@ CloxRows Clox_Rows(double jd, bool seconds) {
                            Format_Date_Mask(JD_To_Date(zoneDay), "dd mmm 'yy") +
                            (change ? " *" : "");
         float lat = 0, lon = 0, course = 0, speed = 0;
-        Get_Position(noon, lat, lon, course, speed);
+        // The last day of a voyage may end before its noon: the ship is then where the
+        // plan ends.
+        const double at = out.ByPlan ? std::min(noon, Voyage.Plan_End()) : noon;
+        Get_Position(at, lat, lon, course, speed);
         if (Is_DR_Error(course) && Settings.PositionMethod != kFixPosition) {
             out.DRwarning = true;
             out.Labels[1][i] = position_text::DRError;
