@@ -21,6 +21,7 @@
 #include "shell/cGeneralForm.h"
 #include "stars/M_Resources.h"
 #include "voyage/CloxView.h"
+#include "voyage/Gpx_Route.h"
 #include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/cNavPlanView.h"
@@ -121,6 +122,17 @@ void fMain::Build_Menus() {
         const int index = static_cast<int>(i);
         connect(file_[i], &QAction::triggered, this, [index] { File_Menu_Action(index); });
     }
+    gpxImport_ = new QAction(gpx_text::ImportItem, this);
+    gpxExport_ = new QAction(gpx_text::ExportItem, this);
+    fileMenu_->insertActions(file_[8], {gpxImport_, gpxExport_});
+    connect(gpxImport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Import_Route();
+    });
+    connect(gpxExport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Export_Route();
+    });
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
     options_->setEnabled(false);  // the Options dialogue is not part of the program yet
     windowMenu_ = bar->addMenu("    &Screen    ");
@@ -162,6 +174,9 @@ void fMain::Menus_Changed() {
     Apply(search_, m.mnuSearch);
     for (size_t i = 0; i < undo_.size(); ++i) Apply(undo_[i], m.mnuUndo[i]);
     for (size_t i = 0; i < help_.size(); ++i) Apply(help_[i], m.mnuHelp[i]);
+    const bool voyage = Shell.ScreenName == screen_key::NavPlan;
+    if (gpxImport_) gpxImport_->setVisible(voyage);
+    if (gpxExport_) gpxExport_->setVisible(voyage);
 }
 
 UiScreen* fMain::Current_Ui_Screen() const { return dynamic_cast<UiScreen*>(Shell.CurrentScreen); }

@@ -44,6 +44,8 @@ public:
     QAction* Window_Action(int index) const { return window_[static_cast<size_t>(index)]; }
     QAction* Reset_Time_Action() const { return update_; }
     QAction* Find_Star_Action() const { return search_; }
+    QAction* Gpx_Import_Action() const { return gpxImport_; }
+    QAction* Gpx_Export_Action() const { return gpxExport_; }
     QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
     UiScreen* Current_Ui_Screen() const;
@@ -92,6 +94,8 @@ private:
     QAction* search_ = nullptr;
     bool closing_ = false;
     cNavPlan_Files planFiles_{this};
+    QAction* gpxImport_ = nullptr;  // the Voyage screen's routes of chart plotters
+    QAction* gpxExport_ = nullptr;
 
   public:
     // The plan items of the File menu (tests choose their files through it).

@@ -6,6 +6,7 @@
 #include "settings/SettingsRecord.h"
 #include "shell/Drawing.h"
 #include "voyage/CloxView.h"
+#include "voyage/Gpx_Route.h"
 #include "voyage/M_Clox.h"
 #include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
@@ -66,8 +67,12 @@ void cNavPlan_Files::New_Plan() {
 }
 
 std::string cNavPlan_Files::Ask_File(bool save, const std::string& title) const {
-    const std::string filter =
-        On_Clocks() ? voyage_file_text::CloxFilter : voyage_file_text::Filter;
+    return Ask_File(save, title,
+                    On_Clocks() ? voyage_file_text::CloxFilter : voyage_file_text::Filter);
+}
+
+std::string cNavPlan_Files::Ask_File(bool save, const std::string& title,
+                                     const std::string& filter) const {
     if (Choose_File) return Choose_File(save, title, filter);
     const QString start = Plan_File_Name().empty() ? QString() : Q(Plan_File_Name());
     // The question of a file that exists is asked by us, in the program's own words.
@@ -143,6 +148,33 @@ void cNavPlan_Files::Apply_To_Voyage_Plan() {
     } else {
         kelmoran::Apply_To_Voyage_Plan(Voyage);
     }
+}
+
+void cNavPlan_Files::Import_Route() {
+    const std::string path = Ask_File(false, gpx_text::ImportTitle, gpx_text::Filter);
+    if (path.empty()) return;
+    std::string message;
+    if (!Import_Gpx(path, Voyage, message)) {
+        if (Shell.Host) Shell.Host->Message_Box(message, gpx_text::ImportTitle, MsgButtons::OK);
+        return;
+    }
+    Plan_Replaced();
+    if (Shell.Host) Shell.Host->Menus_Changed();
+}
+
+void cNavPlan_Files::Export_Route() {
+    std::string message;
+    if (!Voyage.Any_Way_Point_In_Use()) {
+        if (Shell.Host)
+            Shell.Host->Message_Box(gpx_text::NothingToExport, gpx_text::ExportTitle,
+                                    MsgButtons::OK);
+        return;
+    }
+    std::string path = Ask_File(true, gpx_text::ExportTitle, gpx_text::Filter);
+    if (path.empty()) return;
+    if (path.size() < 4 || path.compare(path.size() - 4, 4, ".gpx") != 0) path += ".gpx";
+    if (!Export_Gpx(path, Voyage, message) && Shell.Host)
+        Shell.Host->Message_Box(message, gpx_text::ExportTitle, MsgButtons::OK);
 }
 
 }  // namespace kelmoran

@@ -32,6 +32,10 @@ class cNavPlan_Files : public PlanFileActions {
     void Calculate_Ship_Time() override;
     void Apply_To_Voyage_Plan() override;
 
+    // "Import Route (GPX)..." and "Export Route (GPX)..." of the Voyage screen's File menu.
+    void Import_Route();
+    void Export_Route();
+
     // The file dialogue: (saving, title, filter) to a path, "" when cancelled. Tests put
     // their own in place of Qt's dialogue.
     std::function<std::string(bool save, const std::string& title, const std::string& filter)>
@@ -39,6 +43,7 @@ class cNavPlan_Files : public PlanFileActions {
 
   private:
     std::string Ask_File(bool save, const std::string& title) const;
+    std::string Ask_File(bool save, const std::string& title, const std::string& filter) const;
     void Show_Error(const std::string& message) const;
     void Plan_Replaced() const;
 
