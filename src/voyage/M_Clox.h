@@ -40,6 +40,8 @@ std::optional<int32_t> Parse_Zone_Text(const std::string& text);
 // The zone (minutes east) the ship keeps from each row on: the ETD's zone, changed at each
 // row whose Description carries a clock change ("Clocks Advanced: Z+2" and the like).
 int32_t Row_Ship_Time(const VoyagePlan& plan, int row);
+// The zone in force after a row of that Description, `zone` being the one before it.
+int32_t Ship_Time_After(const std::string& description, int32_t zone);
 
 // The text of a change from zone `before` to zone `after` (minutes east), or "" when
 // they are equal: "Clocks Retarded", "Clocks Advanced", "Date Change" or

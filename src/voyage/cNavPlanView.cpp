@@ -170,7 +170,21 @@ void cNavPlan::Draw() {
     if (window_) window_->update();
 }
 
-void cNavPlan::Redraw_Cell(const Rect&) { Draw(); }
+void cNavPlan::Redraw_Cell(const Rect& cell) {
+    if (Edit.Editing && Edit.Form == this) {
+        // Only the edit's own cell changes while it is typed into.
+        QPainter p(&picture_);
+        p.setClipRect(To_QRect(cell).adjusted(-1, -1, 1, 1));
+        Draw_Open_Edit(p);
+        return;
+    }
+    // An edit that closed with a commit has had the whole picture drawn already.
+    if (drawnAfterCommit_) {
+        drawnAfterCommit_ = false;
+        return;
+    }
+    Draw();
+}
 
 void cNavPlan::Kill_Activities(const CursorState&) {
     if (grid_.Resizing) grid_.Resize_End();
@@ -274,7 +288,6 @@ bool cNavPlan::Edit_Cell(int32_t firstKey) {
     editColumn_ = column;
     Begin_Edit(r);
     if (firstKey) Edit_Key_Press(firstKey);
-    Draw();
     return true;
 }
 
@@ -294,6 +307,7 @@ void cNavPlan::Edit_Commit(const EditSession& s, double value, const std::string
         }
     }
     After_Plan_Change();
+    drawnAfterCommit_ = true;
 }
 
 // ---------------------------------------------------------------- menus

@@ -130,6 +130,7 @@ class cNavPlan : public UiScreen, public PictureForm, public cDatesOwner, public
     int32_t menuRow_ = -1;      // plan row of the row menu
     int32_t menuPosition_ = -1; // grid position the menu was opened on
     int32_t wheelRest_ = 0;
+    bool drawnAfterCommit_ = false;  // the closing edit need not draw the picture again
 
   public:
     static constexpr uint32_t kRemarksInk = 0x202080;  // the remarks lines

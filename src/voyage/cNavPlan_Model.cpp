@@ -104,6 +104,7 @@ NavPlan_Page Populate_MainData(const VoyagePlan& plan, bool remarks) {
         last >= 0 ? plan.Way_Points[static_cast<size_t>(last)].Running_Time : 0.0f;
     const int32_t zone = plan.Header.ETD_Minutes;
     int32_t number = 0;
+    int32_t shipZone = plan.Header.ETD_Minutes;  // the ship's zone, row by row
     for (size_t i = 0; i < lines; ++i) {
         const NavPlan_Line& line = page.Lines[i];
         const Way_Point& w = plan.Way_Points[static_cast<size_t>(line.Row)];
@@ -112,6 +113,7 @@ NavPlan_Page Populate_MainData(const VoyagePlan& plan, bool remarks) {
             cell(navplan_col::Description) = w.Remarks;
             continue;
         }
+        shipZone = Ship_Time_After(w.Description, shipZone);
         if (!w.Row_Valid) continue;
         const Way_Point_Text& text = plan.Texts[static_cast<size_t>(line.Row)];
         const bool leg = Has_Next_Valid(plan, line.Row);
@@ -138,7 +140,7 @@ NavPlan_Page Populate_MainData(const VoyagePlan& plan, bool remarks) {
             cell(navplan_col::FixedEta1 + 2 * k) = Day_Time(w.Time + hours / 24.0, zone);
             cell(navplan_col::FixedTtg1 + 2 * k) = Duration_Text(hours);
         }
-        cell(navplan_col::ShipTime) = Zone_Text(Row_Ship_Time(plan, line.Row));
+        cell(navplan_col::ShipTime) = Zone_Text(shipZone);
         // Local mean time: the longitude in hours added to UT.
         cell(navplan_col::LMT) = Day_Time(w.Time + w.Long / kTwoPi, 0);
     }
