@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "settings/SettingsRecord.h"
+#include "voyage/Plan_Undo.h"
 
 namespace kelmoran {
 
@@ -219,9 +220,8 @@ void Menus_Set_For_Screen() {
         for (int i = 0; i <= 8; ++i) f[static_cast<size_t>(i)].Enabled = true;
     }
 
-    const bool undo = key == screen_key::NavPlan || key == screen_key::Clox;
-    Shell.Menus.mnuUndo[0].Enabled = undo;
-    Shell.Menus.mnuUndo[1].Enabled = undo;
+    // Undo and redo: on Voyage and Clocks, by what their stacks hold.
+    Plan_Undo.Refresh();
 }
 
 void File_Menu_Action(int index) {

@@ -85,8 +85,11 @@ class cGeneralForm : public DateStripScreen {
     // Times the rows were calculated (each CalcDates).
     int32_t Calculations = 0;
 
-  private:
+  protected:
+    // Paints the strip and the grid on the picture and asks the window to show it.
     void Draw();
+
+  private:
     void Set_Geometry();
     // Puts the AltAz texts on the grid in the order of the sort in force: those of rows
     // just calculated (`freshRows`), or the grid's own ones rearranged.

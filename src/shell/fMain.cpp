@@ -26,7 +26,11 @@
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
 #include "stars/M_Resources.h"
+#include "voyage/CloxView.h"
+#include "voyage/Gpx_Route.h"
+#include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
+#include "voyage/cNavPlanView.h"
 #include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
@@ -90,6 +94,7 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     popup_ = std::make_unique<HelpPopup>(client_, fmain_Help_PopUp_Tests);
 
     Reset_Shell(this);
+    Shell.Plan = &planFiles_;
     Build_Menus();
     // The settings name the default voyage plan: it is read, or the empty plan made.
     const double now = Calc_JD(Now_UTC(), false);
@@ -113,6 +118,7 @@ fMain::~fMain() {
     popup_.reset();
     Shell_Closing();
     Shell.Host = nullptr;
+    Shell.Plan = nullptr;
 }
 
 void fMain::Build_Menus() {
@@ -132,6 +138,17 @@ void fMain::Build_Menus() {
         Kill_Activities();
         if (Shell.CurrentScreen) Shell.CurrentScreen->mnuSave_PDF();
     });
+    gpxImport_ = new QAction(gpx_text::ImportItem, this);
+    gpxExport_ = new QAction(gpx_text::ExportItem, this);
+    fileMenu_->insertActions(file_[8], {gpxImport_, gpxExport_});
+    connect(gpxImport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Import_Route();
+    });
+    connect(gpxExport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Export_Route();
+    });
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
     connect(options_, &QAction::triggered, this, [this] { mnuOptions_Click(); });
     windowMenu_ = bar->addMenu("    &Screen    ");
@@ -146,7 +163,11 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
-    for (size_t i = 0; i < undo_.size(); ++i) undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+    for (size_t i = 0; i < undo_.size(); ++i) {
+        undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(undo_[i], &QAction::triggered, this, [index] { mnuUndo_Click(index); });
+    }
     helpMenu_ = bar->addMenu("    &Help    ");
     for (size_t i = 0; i < help_.size(); ++i) {
         help_[i] = helpMenu_->addAction(Q(m.mnuHelp[i].Caption));
@@ -169,6 +190,9 @@ void fMain::Menus_Changed() {
     Apply(search_, m.mnuSearch);
     for (size_t i = 0; i < undo_.size(); ++i) Apply(undo_[i], m.mnuUndo[i]);
     for (size_t i = 0; i < help_.size(); ++i) Apply(help_[i], m.mnuHelp[i]);
+    const bool voyage = Shell.ScreenName == screen_key::NavPlan;
+    if (gpxImport_) gpxImport_->setVisible(voyage);
+    if (gpxExport_) gpxExport_->setVisible(voyage);
 }
 
 UiScreen* fMain::Current_Ui_Screen() const { return dynamic_cast<UiScreen*>(Shell.CurrentScreen); }
@@ -216,15 +240,19 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
     } else if (key == screen_key::AltAz || key == screen_key::Planets ||
                key == screen_key::Lunations) {
         screen = std::make_unique<cGeneralForm>(key, client_, &hook_);
+    } else if (key == screen_key::NavPlan) {
+        screen = std::make_unique<cNavPlan>(client_, &hook_);
+    } else if (key == screen_key::Clox) {
+        screen = std::make_unique<CloxView>(client_, &hook_);
     }
     if (screen) screen->Resize(client_->size());
     return screen;
 }
 
 bool fMain::Screen_Available(int windowIndex) {
-    // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
-    return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4 || windowIndex == Window_Index_Of(screen_key::Almanac);
+    // The six grid screens, and the Almanac window.
+    return (windowIndex >= 0 && windowIndex < kGridScreenCount) ||
+           windowIndex == Window_Index_Of(screen_key::Almanac);
 }
 
 void fMain::Open_Separate_Screen(int windowIndex) {
@@ -351,6 +379,12 @@ void fMain::SysMsg_hScrollColmShift(int32_t colm) {
 void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
     popup_->Remove();
     if (key == 18) return;  // Alt alone
+    // Ctrl+Z and Ctrl+Y: undo and redo, where the menu offers them.
+    if ((shift & mouse::Ctrl) && (key == 'Z' || key == 'Y')) {
+        if (Edit.Editing) End_Edit(true);
+        mnuUndo_Click(key == 'Z' ? 0 : 1);
+        return;
+    }
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;

@@ -15,6 +15,7 @@
 #include "shell/M_SubClass.h"
 #include "shell/cSubClass.h"
 #include "shell/UiScreen.h"
+#include "voyage/cNavPlan_Files.h"
 
 namespace kelmoran {
 
@@ -66,6 +67,8 @@ public:
     QAction* Window_Action(int index) const { return window_[static_cast<size_t>(index)]; }
     QAction* Reset_Time_Action() const { return update_; }
     QAction* Find_Star_Action() const { return search_; }
+    QAction* Gpx_Import_Action() const { return gpxImport_; }
+    QAction* Gpx_Export_Action() const { return gpxExport_; }
     QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
     QAction* Options_Action() const { return options_; }
@@ -118,6 +121,13 @@ private:
     std::unique_ptr<AlmanacWindow> almanac_;
     std::unique_ptr<HelpPopup> popup_;
     QPointer<QMessageBox> intro_;
+    cNavPlan_Files planFiles_{this};
+    QAction* gpxImport_ = nullptr;  // the Voyage screen's routes of chart plotters
+    QAction* gpxExport_ = nullptr;
+
+  public:
+    // The plan items of the File menu (tests choose their files through it).
+    cNavPlan_Files& Plan_Files() { return planFiles_; }
 };
 
 }  // namespace kelmoran
