@@ -19,6 +19,7 @@
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "sights/SightsWindow.h"
 #include "stars/M_Resources.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/Voyage_Plan.h"
@@ -208,10 +209,24 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
 bool fMain::Screen_Available(int windowIndex) {
     // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
     return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4;
+           windowIndex == 4 || windowIndex == 9;
 }
 
-void fMain::Open_Separate_Screen(int) {}
+void fMain::Open_Separate_Screen(int windowIndex) {
+    if (windowIndex == 9) {
+        // Sights: made on first choice, brought up on the next; it stands beside the grids.
+        if (!sights_) sights_ = new SightsWindow();
+        sights_->show();
+        sights_->raise();
+        sights_->activateWindow();
+    }
+}
+
+void fMain::Update_Sights() {
+    if (sights_) sights_->Force_Update();
+}
+
+SightsWindow* fMain::Sights_Window() const { return sights_; }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -251,6 +266,11 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    // The exit questions covered the sights: the window goes without asking again.
+    if (sights_) {
+        Shell.SightsChanged = kFalse;
+        delete sights_.data();
+    }
     hook_.Release();
     Shut_Down();
 }

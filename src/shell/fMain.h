@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <array>
 #include <memory>
 #include <vector>
@@ -15,6 +16,8 @@
 #include "shell/UiScreen.h"
 
 namespace kelmoran {
+
+class SightsWindow;
 
 class fMain : public QMainWindow, public ShellHost, public SysMsgSink {
     Q_OBJECT
@@ -29,6 +32,7 @@ public:
     std::unique_ptr<cScreen> Make_Screen(const std::string& key) override;
     bool Screen_Available(int windowIndex) override;
     void Open_Separate_Screen(int windowIndex) override;
+    void Update_Sights() override;
     void End_Edit(bool commit) override;
     void Repaint() override;
     void Menus_Changed() override;
@@ -46,6 +50,8 @@ public:
     QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
     UiScreen* Current_Ui_Screen() const;
+    // The Sights window while it is open.
+    SightsWindow* Sights_Window() const;
     // The client area, in which the screens paint, and its hook.
     QWidget* Client() const;
     cSubClass& Hook() { return hook_; }
@@ -90,6 +96,7 @@ private:
     QAction* update_ = nullptr;
     QAction* search_ = nullptr;
     bool closing_ = false;
+    QPointer<SightsWindow> sights_;
 };
 
 }  // namespace kelmoran
