@@ -23,12 +23,11 @@
 #include "shell/cSubClass.h"
 #include "shell/myComboView.h"
 #include "sights/PlotSheet.h"
+#include "sights/SightCalcWindow.h"
 #include "sights/Sights.h"
 #include "sights/Sights_Table.h"
 
 namespace kelmoran {
-
-class SightCalcWindow;
 
 class SightsWindow : public QMainWindow,
                      public PictureForm,
