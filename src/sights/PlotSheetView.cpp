@@ -83,7 +83,8 @@ void Paint_Plot_Sheet(QPainter& p, const Sheet_Plot& plot, const Rect& area) {
     if (f.Ellipse.size() > 1) {
         QPolygon ring;
         for (const Sheet_Point& e : f.Ellipse) ring << P(e);
-        p.setPen(QPen(QColor::fromRgb(kEllipseColour), 1.5));
+        p.setRenderHint(QPainter::Antialiasing, false);
+        p.setPen(QPen(QColor::fromRgb(kEllipseColour), 2));
         p.drawPolyline(ring);
     }
     p.setRenderHint(QPainter::Antialiasing, false);
