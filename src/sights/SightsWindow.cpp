@@ -139,7 +139,7 @@ SightsWindow::SightsWindow(int maxSight)
     Build_Menus();
     Shell.SightsOpen = kTrue;
     const int height = 250 + rows * layout_.Row_Height + 420;
-    resize(980, height);
+    resize(1060, height);
     Configure_Form(client_->size());
     Shell.Up_To_Date(screen_key::Sights) = kFalse;
     Force_Update();
@@ -208,8 +208,8 @@ void SightsWindow::Configure_Form(QSize size) {
     layout_.Left = kMargin;
     Place_Row_Controls();
     // The fix panel to the right of the strip: the kind of position, then where it is.
-    const int x = std::max(strip_.MyFrame.Right + 12, 560);
-    fixLabel_ = {x, strip_.MyFrame.Top + 8, x + 110, strip_.MyFrame.Bottom - 4};
+    const int x = strip_.MyFrame.Right + 8;
+    fixLabel_ = {x, strip_.MyFrame.Top + 8, x + 118, strip_.MyFrame.Bottom - 4};
     fixPos_.MyLatLongPosn(fixLabel_.Right + 6, strip_.MyFrame.Top);
     const Rect table = layout_.Table();
     sheet_ = {kMargin, table.Bottom + kTableGap, size.width() - kMargin, size.height() - kMargin};
@@ -305,9 +305,13 @@ void SightsWindow::Draw() {
         Paint_Plot_Sheet(p, plot_, sheet_);
     }
     fixPos_.DrawMe();
+    Paint_Combos();
+    client_->update();
+}
+
+void SightsWindow::Paint_Combos() {
     for (int r = 0; r <= set_.Max_Sight(); ++r)
         if (set_.Sights[r].Row_Used != 0) combos_[static_cast<size_t>(r)]->SysMsg_Paint();
-    client_->update();
 }
 
 void SightsWindow::Draw_Fix_Panel(QPainter& p) {
@@ -376,9 +380,11 @@ void SightsWindow::Redraw_Cell(const Rect& cell) {
     QPainter p(&picture_);
     if (strip_.MyFrame.Contains(cell.Left, cell.Top)) {
         strip_.Draw(p);
-    } else {
-        Draw_Table(p);
+        return;
     }
+    Draw_Table(p);
+    p.end();
+    Paint_Combos();
 }
 
 void SightsWindow::Refresh_Combo(int row) {
@@ -442,8 +448,7 @@ void SightsWindow::Move_Cursor(int row, int column) {
     QPainter p(&picture_);
     Draw_Table(p);
     p.end();
-    for (int r = 0; r <= set_.Max_Sight(); ++r)
-        if (set_.Sights[r].Row_Used != 0) combos_[static_cast<size_t>(r)]->SysMsg_Paint();
+    Paint_Combos();
     Update_Window(layout_.Table());
 }
 

@@ -142,6 +142,8 @@ class SightsWindow : public QMainWindow,
     void Draw();
     void Draw_Table(QPainter& p);
     void Draw_Fix_Panel(QPainter& p);
+    // The drop-downs of the used rows, over the table.
+    void Paint_Combos();
     void Refresh_Combo(int row);
     void Open_Cell(int row, int column, int firstKey = 0);
     void Move_Cursor(int row, int column);
