@@ -122,7 +122,7 @@ void SightCalcWindow::Draw() {
                      Q(sheet_.Headings[0] + " " + std::to_string(row_ + 1)), 1);
         y += kLineHeight;
         for (size_t i = 1; i < sheet_.Headings.size(); ++i) {
-            if (sheet_.My_AstroData && sheet_.Headings[i] == sightcalc_text::Nutations) continue;
+            if (sheet_.Headings[i] == sightcalc_text::Nutations) continue;
             Draw_Aligned(p, {10, y, size.width() - 10, y + kLineHeight},
                          Q(sheet_.Headings[i]), 1);
             y += kLineHeight;
@@ -136,6 +136,14 @@ void SightCalcWindow::Draw() {
         if (i == split) y = firstTop;
         const int x = 10 + column * kColumnWidth;
         const std::string& title = sheet_.My_rTxt[static_cast<size_t>(i)];
+        if (title == "in Longitude") {
+            // The nutations stand under their own heading.
+            p.setFont(d.Bold);
+            p.setPen(Qt::black);
+            Draw_Aligned(p, {x, y, x + kTitleWidth, y + kLineHeight}, sightcalc_text::Nutations,
+                         0);
+            y += kLineHeight;
+        }
         const bool error = !title.empty() && title.front() == '(';
         p.setFont(title == "Intercept" ? d.Bold : d.Normal);
         p.setPen(error ? QColor(160, 0, 0) : QColor(Qt::black));

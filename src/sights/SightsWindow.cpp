@@ -714,7 +714,12 @@ void SightsWindow::mnuOpen() {
                    .toStdString();
     }
     if (path.empty()) return;
-    Load_Sights(set_, path);
+    Open_File(path);
+}
+
+Load_Result SightsWindow::Open_File(const std::string& path) {
+    if (Edit.Editing && Edit.Form == this) End_Edit();
+    return Load_Sights(set_, path);
 }
 
 void SightsWindow::mnuSave() {

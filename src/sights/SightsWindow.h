@@ -120,6 +120,9 @@ class SightsWindow : public QMainWindow,
     // The menu actions.
     void mnuNewSet();
     void mnuOpen();
+    // Reads the .Sight file at `path` with the questions of a load (a file chosen in the
+    // dialogue, or named on the command line).
+    Load_Result Open_File(const std::string& path);
     void mnuSave();
     void mnuSaveAs();
     void mnuOptions();

@@ -299,3 +299,76 @@ TEST_F(SightsWindowTest, ThePositionGoesIntoThePlanAsANewRowOrOverAWayPointThen)
 
 }  // namespace
 }  // namespace kelmoran
+
+namespace kelmoran {
+namespace {
+
+TEST_F(SightsWindowTest, ABodyChosenInTheDropDownStaysAndTabCanMoveDown) {
+    SightsFilter.AltLimit = static_cast<float>(120.0 / kArcminPerRadian);
+    SightsFilter.AzLimit = 90.0f;
+    SightsFilter.StarCount = 1520;
+    const std::vector<Typed_Sight> sights = Make_Sights(1);
+    Type_Sight(0, sights[0]);
+    const Candidate_List& list = w->Set().Candidates[0];
+    ASSERT_GE(list.size(), 2u);
+    for (size_t k = 1; k < list.size(); ++k)
+        EXPECT_LE(std::fabs(list[k - 1].Cand_Intercept), std::fabs(list[k].Cand_Intercept));
+    // The list opens on the row's body cell; Down and Enter take the second body.
+    Click(w->Layout().Cell(0, kColBody));
+    ASSERT_TRUE(w->Combo(0).ListVisible);
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Return);
+    EXPECT_FALSE(w->Combo(0).ListVisible);
+    const int32_t chosen = list[1].Body_Id;
+    EXPECT_EQ(w->Set().Sights[0].Body_Id, chosen);
+    EXPECT_EQ(w->Combo(0).Text, list[1].Name);
+    // A new filter runs the reductions again: the chosen body stays chosen.
+    w->Refilter();
+    EXPECT_EQ(w->Set().Sights[0].Body_Id, chosen);
+
+    // "Tab moves down through Sights": from the time of row 0 to the time of row 1.
+    Settings.SightsTabDown = 1;
+    Click(w->Row_Dates(0).MyDayLabel);
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_Tab);
+    ASSERT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Row, 1);
+    EXPECT_EQ(Edit.Field, "Day");
+    Key(Qt::Key_Escape);
+    Settings.SightsTabDown = 0;
+}
+
+TEST_F(SightsWindowTest, ASavedSetOpensAgainAndAskOfDifferentSettings) {
+    const std::vector<Typed_Sight> sights = Make_Sights(3);
+    for (int r = 0; r < 3; ++r) Type_Sight(r, sights[static_cast<size_t>(r)]);
+    const std::string path = std::string(KELMORAN_BINARY_DIR) + "/sights/window_set.Sight";
+    std::string suggested;
+    w->File_Chooser = [&](bool save, const std::string& s) {
+        if (save) suggested = s;
+        return path;
+    };
+    w->File_Action(3)->trigger();  // "Save &As"
+    EXPECT_NE(suggested.find("06 Mar 24.Sight"), std::string::npos) << suggested;
+    EXPECT_EQ(Shell.SightsChanged, 0);
+    w->File_Action(0)->trigger();
+    ASSERT_EQ(w->Plot().Fix.Type_of_Fix, "DR");
+
+    // The same settings: nothing is asked and the rows come back with their bodies.
+    w->File_Action(1)->trigger();
+    EXPECT_TRUE(asked.empty());
+    for (int r = 0; r < 3; ++r) EXPECT_EQ(w->Set().Sights[r].Body_Id, sights[r].Star) << r;
+    EXPECT_EQ(w->Plot().Fix.Type_of_Fix, "Fix");
+    EXPECT_EQ(w->Row_Dates(1).MySystemTime.wSecond, JD_To_Date(sights[1].T).wSecond);
+    // A different height of eye is asked about; No keeps the settings.
+    Settings.HtOfEye = 5.0f;
+    Compute_Derived_Settings();
+    answer = MsgAnswer::No;
+    EXPECT_EQ(w->Open_File(path), Load_Result::Kept);
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_NE(asked[0].find("Differences in User Settings|Ht of Eye will change"),
+              std::string::npos);
+    EXPECT_EQ(Settings.HtOfEye, 5.0f);
+}
+
+}  // namespace
+}  // namespace kelmoran
