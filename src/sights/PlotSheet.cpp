@@ -100,23 +100,55 @@ float Choose_Plot_Scale(const SightSet& set, int width, int height, Ellipse_Size
 Rect Label_Box(Sheet_Point foot, double azimuth, int w, int h) {
     double a = std::fmod(azimuth, kTwoPi);
     if (a < 0) a += kTwoPi;
-    const int x = foot.x, y = foot.y;
-    const int raised = Round_Int(1.25 * h);
-    if (a < 0.3927 || a >= 5.891)  // north: a line across, the label above and right
-        return {x + kLabelGap, y - kLabelGap / 2 - h, x + kLabelGap + w, y - kLabelGap / 2};
-    if (a < 1.178)  // north-east: the line runs north-west to south-east
-        return {x + kLabelGap, y - kLabelGap - h, x + kLabelGap + w, y - kLabelGap};
-    if (a < 1.964)  // east: the line runs to the top, the label raised on its right
-        return {x + kLabelGap, y - raised, x + kLabelGap + w, y - raised + h};
-    if (a < 2.749)  // south-east
-        return {x + kLabelGap, y + kLabelGap, x + kLabelGap + w, y + kLabelGap + h};
-    if (a < 3.534)  // south
-        return {x + kLabelGap, y + kLabelGap / 2, x + kLabelGap + w, y + kLabelGap / 2 + h};
-    if (a < 4.32)  // south-west
-        return {x - kLabelGap - w, y + kLabelGap, x - kLabelGap, y + kLabelGap + h};
-    if (a < 5.11)  // west: to the top, the label raised on its left
-        return {x - kLabelGap - w, y - raised, x - kLabelGap, y - raised + h};
-    return {x - kLabelGap - w, y - kLabelGap - h, x - kLabelGap, y - kLabelGap};  // north-west
+    // The line runs (cos a, sin a) on the sheet: of the four quadrants round the foot, the
+    // two whose signs multiply against those of its direction hold none of it.
+    const double c = std::cos(a), s = std::sin(a);
+    const double away_x = std::sin(a), away_y = -std::cos(a);  // from the DR through the foot
+    int sx = 1, sy = 1;
+    if (a < 0.3927 || a >= 5.891) {  // north: across the sheet, the label above
+        sx = 1;
+        sy = -1;
+    } else if (a < 1.178) {  // north-east
+        sx = 1;
+        sy = -1;
+    } else if (a < 1.964) {  // east: the line runs to the top, the label raised on its right
+        sx = 1;
+        sy = -1;
+    } else if (a < 2.749) {  // south-east
+        sx = 1;
+        sy = 1;
+    } else if (a < 3.534) {  // south: the label below
+        sx = 1;
+        sy = 1;
+    } else if (a < 4.32) {  // south-west
+        sx = -1;
+        sy = 1;
+    } else if (a < 5.11) {  // west: to the top, the label raised on its left
+        sx = -1;
+        sy = -1;
+    } else {  // north-west
+        sx = -1;
+        sy = -1;
+    }
+    const double cs = c * s;
+    if (std::fabs(cs) > 1e-9 && (cs > 0) == (sx * sy > 0)) {
+        // The sector's quadrant holds the line: of the two free ones, the one beyond the
+        // foot as seen from the DR.
+        const int q = cs > 0 ? -1 : 1;
+        if (away_x + q * away_y >= -away_x - q * away_y) {
+            sx = 1;
+            sy = q;
+        } else {
+            sx = -1;
+            sy = -q;
+        }
+    }
+    const int lift = std::abs(a - kHalfPi) < 0.3927 || std::abs(a - 3 * kHalfPi) < 0.3927
+                         ? Round_Int(0.25 * h)
+                         : 0;  // a line to the top: its label 1.25 heights up
+    const int left = sx > 0 ? foot.x + kLabelGap : foot.x - kLabelGap - w;
+    const int top = sy > 0 ? foot.y + kLabelGap / 2 : foot.y - kLabelGap / 2 - h - lift;
+    return {left, top, left + w, top + h};
 }
 
 Sheet_Plot PreparePlot(const SightSet& set, int width, int height, float plotScale,

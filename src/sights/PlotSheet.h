@@ -79,10 +79,11 @@ struct Sheet_Font {
     int Height = 15;
 };
 
-// The label of a line whose foot is at `foot`, whose foot lies at `azimuth` radians from
-// the centre: placed by the eight sectors bounded at 0.3927, 1.178, 1.964, 2.749, 3.534,
-// 4.32, 5.11 and 5.891 radians on the side of the foot that keeps it clear of the line; a
-// line that runs to the top of the sheet has its label raised by 1.25 text heights.
+// The label of a line whose foot is at `foot`, the foot lying at `azimuth` radians from
+// the centre: the eight sectors bounded at 0.3927, 1.178, 1.964, 2.749, 3.534, 4.32, 5.11
+// and 5.891 radians give the corner of the foot it stands at; where the line runs through
+// that corner it goes to the free corner beyond the foot, so that no line crosses its own
+// label. A line that runs to the top of the sheet has its label raised 1.25 text heights.
 Rect Label_Box(Sheet_Point foot, double azimuth, int textWidth, int textHeight);
 
 // The sheet for `set` at `plotScale` on `width` by `height` pixels with the ellipse of
