@@ -25,6 +25,7 @@
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "sights/SightsWindow.h"
 #include "stars/M_Resources.h"
 #include "voyage/CloxView.h"
 #include "voyage/Gpx_Route.h"
@@ -250,13 +251,21 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
 }
 
 bool fMain::Screen_Available(int windowIndex) {
-    // The six grid screens, and the Almanac window.
+    // The six grid screens, and the windows of their own that exist.
     return (windowIndex >= 0 && windowIndex < kGridScreenCount) ||
-           windowIndex == Window_Index_Of(screen_key::Almanac);
+           windowIndex == Window_Index_Of(screen_key::Almanac) ||
+           windowIndex == Window_Index_Of(screen_key::Sights);
 }
 
 void fMain::Open_Separate_Screen(int windowIndex) {
     if (windowIndex == Window_Index_Of(screen_key::Almanac)) Show_Almanac();
+    if (windowIndex == Window_Index_Of(screen_key::Sights)) {
+        // Sights: made on first choice, brought up on the next; it stands beside the grids.
+        if (!sights_) sights_ = new SightsWindow();
+        sights_->show();
+        sights_->raise();
+        sights_->activateWindow();
+    }
 }
 
 AlmanacWindow* fMain::Show_Almanac() {
@@ -270,6 +279,12 @@ AlmanacWindow* fMain::Show_Almanac() {
     almanac_->activateWindow();
     return almanac_.get();
 }
+
+void fMain::Update_Sights() {
+    if (sights_) sights_->Force_Update();
+}
+
+SightsWindow* fMain::Sights_Window() const { return sights_; }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -330,6 +345,11 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    // The exit questions covered the sights: the window goes without asking again.
+    if (sights_) {
+        Shell.SightsChanged = kFalse;
+        delete sights_.data();
+    }
     hook_.Release();
     Shut_Down();
 }

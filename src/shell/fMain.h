@@ -21,6 +21,7 @@ namespace kelmoran {
 
 class AlmanacWindow;
 class HelpPopup;
+class SightsWindow;
 
 class fMain : public QMainWindow, public ShellHost, public SysMsgSink {
     Q_OBJECT
@@ -35,6 +36,7 @@ public:
     std::unique_ptr<cScreen> Make_Screen(const std::string& key) override;
     bool Screen_Available(int windowIndex) override;
     void Open_Separate_Screen(int windowIndex) override;
+    void Update_Sights() override;
     void End_Edit(bool commit) override;
     void Repaint() override;
     void Menus_Changed() override;
@@ -73,6 +75,8 @@ public:
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
     QAction* Options_Action() const { return options_; }
     UiScreen* Current_Ui_Screen() const;
+    // The Sights window while it is open.
+    SightsWindow* Sights_Window() const;
     // The client area, in which the screens paint, and its hook.
     QWidget* Client() const;
     cSubClass& Hook() { return hook_; }
@@ -119,6 +123,7 @@ private:
     QAction* search_ = nullptr;
     bool closing_ = false;
     std::unique_ptr<AlmanacWindow> almanac_;
+    QPointer<SightsWindow> sights_;
     std::unique_ptr<HelpPopup> popup_;
     QPointer<QMessageBox> intro_;
     cNavPlan_Files planFiles_{this};
