@@ -19,6 +19,8 @@
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "stars/FindStarWindow.h"
+#include "stars/PlotStarsWindow.h"
 #include "stars/M_Resources.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/Voyage_Plan.h"
@@ -130,6 +132,7 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
+    connect(search_, &QAction::triggered, this, [this] { Open_Find_Star_For_Screen(this); });
     for (size_t i = 0; i < undo_.size(); ++i) undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
     helpMenu_ = bar->addMenu("    &Help    ");
     for (size_t i = 0; i < help_.size(); ++i) {
@@ -208,10 +211,14 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
 bool fMain::Screen_Available(int windowIndex) {
     // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
     return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4;
+           windowIndex == 4 || windowIndex == 8;
 }
 
-void fMain::Open_Separate_Screen(int) {}
+void fMain::Open_Separate_Screen(int index) {
+    if (index == 8) Open_Star_Atlas();
+}
+
+void fMain::Update_Atlas() { Update_Star_Atlas(); }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -251,6 +258,7 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    Close_Star_Atlas();
     hook_.Release();
     Shut_Down();
 }
@@ -295,6 +303,10 @@ void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;
+    if (key == 'F' && (shift & mouse::Ctrl) && Shell.ScreenName == screen_key::AltAz) {
+        Open_Find_Star_For_Screen(this);
+        return;
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyDown(key, shift);
 }
 

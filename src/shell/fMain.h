@@ -29,6 +29,7 @@ public:
     std::unique_ptr<cScreen> Make_Screen(const std::string& key) override;
     bool Screen_Available(int windowIndex) override;
     void Open_Separate_Screen(int windowIndex) override;
+    void Update_Atlas() override;
     void End_Edit(bool commit) override;
     void Repaint() override;
     void Menus_Changed() override;
