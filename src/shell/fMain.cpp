@@ -26,6 +26,8 @@
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
 #include "sights/SightsWindow.h"
+#include "stars/FindStarWindow.h"
+#include "stars/PlotStarsWindow.h"
 #include "stars/M_Resources.h"
 #include "voyage/CloxView.h"
 #include "voyage/Gpx_Route.h"
@@ -164,6 +166,7 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
+    connect(search_, &QAction::triggered, this, [this] { Open_Find_Star_For_Screen(this); });
     for (size_t i = 0; i < undo_.size(); ++i) {
         undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
         const int index = static_cast<int>(i);
@@ -254,11 +257,13 @@ bool fMain::Screen_Available(int windowIndex) {
     // The six grid screens, and the windows of their own that exist.
     return (windowIndex >= 0 && windowIndex < kGridScreenCount) ||
            windowIndex == Window_Index_Of(screen_key::Almanac) ||
+           windowIndex == Window_Index_Of(screen_key::PlotStars) ||
            windowIndex == Window_Index_Of(screen_key::Sights);
 }
 
 void fMain::Open_Separate_Screen(int windowIndex) {
     if (windowIndex == Window_Index_Of(screen_key::Almanac)) Show_Almanac();
+    if (windowIndex == Window_Index_Of(screen_key::PlotStars)) Open_Star_Atlas();
     if (windowIndex == Window_Index_Of(screen_key::Sights)) {
         // Sights: made on first choice, brought up on the next; it stands beside the grids.
         if (!sights_) sights_ = new SightsWindow();
@@ -285,6 +290,8 @@ void fMain::Update_Sights() {
 }
 
 SightsWindow* fMain::Sights_Window() const { return sights_; }
+
+void fMain::Update_Atlas() { Update_Star_Atlas(); }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -350,6 +357,7 @@ void fMain::Shell_Closing() {
         Shell.SightsChanged = kFalse;
         delete sights_.data();
     }
+    Close_Star_Atlas();
     hook_.Release();
     Shut_Down();
 }
@@ -408,6 +416,10 @@ void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;
+    if (key == 'F' && (shift & mouse::Ctrl) && Shell.ScreenName == screen_key::AltAz) {
+        Open_Find_Star_For_Screen(this);
+        return;
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyDown(key, shift);
 }
 

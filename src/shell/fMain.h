@@ -37,6 +37,7 @@ public:
     bool Screen_Available(int windowIndex) override;
     void Open_Separate_Screen(int windowIndex) override;
     void Update_Sights() override;
+    void Update_Atlas() override;
     void End_Edit(bool commit) override;
     void Repaint() override;
     void Menus_Changed() override;

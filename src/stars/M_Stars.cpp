@@ -111,6 +111,10 @@ StarNames Star_Names_Of(int32_t star) {
     return names;
 }
 
+std::string Variable_Designation(const VariableStarEntry& v) {
+    return Variable_Text(v);
+}
+
 std::string Greek_Letter_Name(char code) {
     return Greek_Full(code);
 }
