@@ -114,7 +114,44 @@ TEST(EclipseWindow, OpensFromMoonPhasesAndStepsThroughTheYear) {
     ASSERT_NE(w, nullptr);
     EXPECT_EQ(w->Current(), april);
     w->close();
+    QApplication::processEvents();
+
+    // The row pop-up of October (a quarter's cell) offers its eclipse.
+    std::vector<std::string> offered;
+    lunations->Menu_Chooser = [&](const std::vector<std::string>& items) {
+        offered = items;
+        return std::string("Show Eclipse");
+    };
+    QTest::mouseClick(main->Client(), Qt::RightButton, {},
+                      Centre(g.Cell_On_Screen(position + 1, 9)));
+    QApplication::processEvents();
+    ASSERT_FALSE(offered.empty());
+    EXPECT_EQ(offered.front(), "Show Eclipse");
+    w = Open_Eclipse_Window();
+    ASSERT_NE(w, nullptr);
+    EXPECT_EQ(w->Current(), Find_Row(Eclipses, true, 10));
+    w->close();
     main.reset();
+}
+
+TEST(EclipseWindow, PlanOfTheTotalLunarEclipseOf2025) {
+    Observe_From(-33.87, 151.21);  // Sydney
+    Fill_Lunation_Year(2025, 0, Eclipses);
+    const int row = Find_Row(Eclipses, false, 3);
+    ASSERT_GE(row, 0);
+    EclipseScreenWindow w(Eclipses);
+    w.show();
+    w.Show_Row(row);
+    ASSERT_EQ(w.Panel()[3].Label, "Maximim Eclipse");
+    EXPECT_EQ(w.Panel()[3].Time, "06:59");
+    Save_Png(w.Picture(), "shots", "eclipse_2025_march_lunar_map");
+    Click(&w, "Show Plan");
+    ASSERT_TRUE(w.Showing_Plan());
+    // At maximum the Moon is inside the umbra: its centre is painted in the Moon's umbral colour.
+    const LunarPlan plan = Lunar_Eclipse_Plan(Eclipses.Rows[row], 0);
+    ASSERT_EQ(plan.Moons.size(), 3u);
+    EXPECT_LT(std::hypot(plan.Moons[1].X, plan.Moons[1].Y) + plan.MoonRadius, plan.UmbraRadius);
+    Save_Png(w.Picture(), "shots", "eclipse_2025_march_lunar_plan");
 }
 
 // The complete path painted on the map against the local circumstances: places on the
