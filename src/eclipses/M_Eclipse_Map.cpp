@@ -233,35 +233,61 @@ std::vector<MapRing> Below_Horizon(double dec, double gha, double h0, int stepMi
     return out;
 }
 
+namespace {
+
+// A shadow cone of one instant and the plane it is worked in.
+struct ShadowCone {
+    ShadowCone(const EclipseInstant& instant, bool umbra)
+        : plane(instant), umbra(umbra), dM(instant.Moon.Distance),
+          L(instant.Sun.Distance * AU - instant.Moon.Distance), vertex(instant.UmbraVertex),
+          penumbraVertex(L * MoonRadius / SunPlusMoon) {}
+
+    bool Valid() const { return L > 0.0; }
+
+    // The cone's radius at `height` km from the plane towards the Moon.
+    double Radius(double height) const {
+        return umbra ? std::fabs(vertex + height - dM) * SunMinusMoon / L
+                     : (penumbraVertex + dM - height) * SunPlusMoon / L;
+    }
+
+    // The cone's edge in the direction (`ue`, `un`) (a unit vector of the plane) from the
+    // axis, on the Earth: the radius taken again at the height of the point found. False
+    // when that edge is off the Earth (`place` then holds the last try).
+    bool Edge(double ue, double un, GeoPoint& place) const {
+        double r = Radius(umbra ? EarthRadius : 0.0);
+        for (int pass = 0; pass < 3; ++pass) {
+            double h = 0.0;
+            if (!plane.Place(plane.AxisEast() + r * ue, plane.AxisNorth() + r * un, place, h))
+                return false;
+            r = Radius(h);
+        }
+        return true;
+    }
+
+    ShadowPlane plane;
+    bool umbra;
+    double dM, L, vertex, penumbraVertex;
+};
+
+}  // namespace
+
 std::vector<GeoPoint> Shadow_Outline(const EclipseInstant& instant, bool umbra, int points) {
     std::vector<GeoPoint> out;
-    const ShadowPlane plane(instant);
-    const double dS = instant.Sun.Distance * AU, dM = instant.Moon.Distance;
-    const double L = dS - dM;
-    if (!(L > 0.0) || points < 3) return out;
-    const double vertex = instant.UmbraVertex;
-    const double v = L * MoonRadius / SunPlusMoon;
-    // The cone's radius at `height` km from the plane towards the Moon.
-    const auto radius = [&](double height) {
-        return umbra ? std::fabs(vertex + height - dM) * SunMinusMoon / L
-                     : (v + dM - height) * SunPlusMoon / L;
-    };
-    const double ae = plane.AxisEast(), an = plane.AxisNorth();
+    const ShadowCone cone(instant, umbra);
+    if (!cone.Valid() || points < 3) return out;
     bool hit = false;
     out.reserve(static_cast<size_t>(points));
     for (int k = 0; k < points; ++k) {
         const double psi = kTwoPi * k / points;
-        double r = radius(umbra ? EarthRadius : 0.0);
         GeoPoint g;
-        bool on = false;
-        for (int pass = 0; pass < 3; ++pass) {
-            double h = 0.0;
-            on = plane.Place(ae + r * std::sin(psi), an + r * std::cos(psi), g, h);
-            if (!on) break;
-            r = radius(h);
+        if (cone.Edge(std::sin(psi), std::cos(psi), g)) {
+            hit = true;
+        } else {
+            // Past the Earth's outline the edge follows the outline.
+            const double r = cone.Radius(0.0);
+            g = cone.plane.Limb(cone.plane.AxisEast() + r * std::sin(psi),
+                                cone.plane.AxisNorth() + r * std::cos(psi));
         }
-        if (!on) g = plane.Limb(ae + r * std::sin(psi), an + r * std::cos(psi));
-        hit = hit || on;
         out.push_back(g);
     }
     if (!hit) out.clear();
@@ -303,32 +329,14 @@ struct EdgePair {
     bool leftOn = false, rightOn = false;
 };
 
-EdgePair Edge_Points(const EclipseInstant& i, const ShadowPlane& plane, double dirE, double dirN,
-                     bool umbra) {
+EdgePair Edge_Points(const EclipseInstant& i, double dirE, double dirN, bool umbra) {
     EdgePair e;
-    const double dS = i.Sun.Distance * AU, dM = i.Moon.Distance, L = dS - dM;
-    const double v = L * MoonRadius / SunPlusMoon;
-    const auto radius = [&](double h) {
-        return umbra ? std::fabs(i.UmbraVertex + h - dM) * SunMinusMoon / L
-                     : (v + dM - h) * SunPlusMoon / L;
-    };
+    const ShadowCone cone(i, umbra);
     const double n = std::hypot(dirE, dirN);
-    if (!(n > 0.0)) return e;
+    if (!(n > 0.0) || !cone.Valid()) return e;
     const double ne = -dirN / n, nn = dirE / n;  // square to the motion
-    for (int side = 0; side < 2; ++side) {
-        const double s = side == 0 ? 1.0 : -1.0;
-        double r = radius(umbra ? EarthRadius : 0.0);
-        GeoPoint g;
-        bool on = false;
-        for (int pass = 0; pass < 3; ++pass) {
-            double h = 0.0;
-            on = plane.Place(plane.AxisEast() + s * r * ne, plane.AxisNorth() + s * r * nn, g, h);
-            if (!on) break;
-            r = radius(h);
-        }
-        (side == 0 ? e.left : e.right) = g;
-        (side == 0 ? e.leftOn : e.rightOn) = on;
-    }
+    e.leftOn = cone.Edge(ne, nn, e.left);
+    e.rightOn = cone.Edge(-ne, -nn, e.right);
     return e;
 }
 
@@ -355,10 +363,9 @@ SolarMap Solar_Path_Map(const EclipseRow& row, void (*yield)()) {
     };
     for (size_t k = 0; k < steps.size(); ++k) {
         Append(m.PathPartial, Map_Rings(Shadow_Outline(steps[k], false, 60)));
-        const ShadowPlane here(steps[k]);
         const size_t a = k > 0 ? k - 1 : k, b = k + 1 < steps.size() ? k + 1 : k;
         const ShadowPlane pa(steps[a]), pb(steps[b]);
-        const EdgePair e = Edge_Points(steps[k], here, pb.AxisEast() - pa.AxisEast(),
+        const EdgePair e = Edge_Points(steps[k], pb.AxisEast() - pa.AxisEast(),
                                        pb.AxisNorth() - pa.AxisNorth(), false);
         if (e.leftOn) north.push_back(e.left); else flush(north);
         if (e.rightOn) south.push_back(e.right); else flush(south);
@@ -379,6 +386,7 @@ SolarMap Solar_Path_Map(const EclipseRow& row, void (*yield)()) {
             continue;
         const double reach = std::max(a.AxisDistance + a.UmbraRadius, b.AxisDistance + b.UmbraRadius);
         const int parts = reach > 0.9 * EarthRadius ? 20 : 1;
+        const ShadowPlane pa(a), pb(b);  // the motion over the minute
         for (int j = 0; j < parts; ++j) {
             const EclipseInstant i = j == 0 ? a : Interpolate_Instant(a, b, double(j) / parts);
             const std::vector<GeoPoint> outline = Shadow_Outline(i, true, 32);
@@ -387,8 +395,7 @@ SolarMap Solar_Path_Map(const EclipseRow& row, void (*yield)()) {
                 continue;
             }
             Append(m.PathTotal, Map_Rings(outline));
-            const ShadowPlane plane(i), pb(b), pa(a);
-            const EdgePair e = Edge_Points(i, plane, pb.AxisEast() - pa.AxisEast(),
+            const EdgePair e = Edge_Points(i, pb.AxisEast() - pa.AxisEast(),
                                            pb.AxisNorth() - pa.AxisNorth(), true);
             if (havePrevious && e.leftOn && e.rightOn && previousEdge.leftOn &&
                 previousEdge.rightOn)
