@@ -15,6 +15,7 @@
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
+#include "shell/File_Dialogs.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "sights/M_Sights.h"
@@ -706,11 +707,11 @@ void SightsWindow::mnuOpen() {
     if (File_Chooser) {
         path = File_Chooser(false, UserFolder);
     } else {
-        path = QFileDialog::getOpenFileName(
-                   this, sights_text::OpenTitle, Q(UserFolder),
+        path = Remember_Dialog_Folder(QFileDialog::getOpenFileName(
+                   this, sights_text::OpenTitle, Dialog_Folder(),
                    QString("%1 (%2);;%3 (%4)")
                        .arg("Sight Files", sights_text::FilePattern, "All Files",
-                            sights_text::AllPattern))
+                            sights_text::AllPattern)))
                    .toStdString();
     }
     if (path.empty()) return;
@@ -741,11 +742,11 @@ void SightsWindow::mnuSaveAs() {
     if (File_Chooser) {
         path = File_Chooser(true, suggested);
     } else {
-        path = QFileDialog::getSaveFileName(
-                   this, sights_text::SaveTitle, Q(suggested),
+        path = Remember_Dialog_Folder(QFileDialog::getSaveFileName(
+                   this, sights_text::SaveTitle, Dialog_Start(Q(suggested)),
                    QString("%1 (%2);;%3 (%4)")
                        .arg("Sight Files", sights_text::FilePattern, "All Files",
-                            sights_text::AllPattern))
+                            sights_text::AllPattern)))
                    .toStdString();
     }
     if (path.empty()) return;
