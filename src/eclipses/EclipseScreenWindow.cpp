@@ -41,12 +41,15 @@ void Keep_Display_Alive() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// The program's one eclipse window, while it is open.
+QPointer<EclipseScreenWindow> theWindow;
+
 }  // namespace
 
 EclipseScreenWindow::EclipseScreenWindow(EclipseTable& table, QWidget* parent)
     : QWidget(parent, Qt::Window), table_(table) {
     setWindowTitle("Eclipse");
-    setMinimumSize(760, 560);
+    setMinimumSize(900, 700);  // room for the whole panel and its legend
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     resize(1180, 720);
@@ -63,6 +66,7 @@ void EclipseScreenWindow::Show_Row(int row) {
     }
     table_.Current = std::clamp(row, 0, table_.Count - 1);
     const EclipseRow& r = table_.Rows[static_cast<size_t>(table_.Current)];
+    shownPhase_ = r.PhaseJD;
     lines_ = Eclipse_Panel_Lines(table_, table_.Current, TZ_Bias);
     minutes_ = Eclipse_Minutes(table_, table_.Current);
     minute_ = minutes_.Start;
@@ -88,6 +92,17 @@ void EclipseScreenWindow::Show_Row(int row) {
     Compute_Minute();
     Layout();
     Redraw();
+}
+
+void EclipseScreenWindow::Table_Refilled() {
+    for (int i = 0; i < table_.Count; ++i) {
+        if (table_.Rows[static_cast<size_t>(i)].PhaseJD == shownPhase_) {
+            table_.Current = i;
+            if (pathRow_ >= 0) pathRow_ = i;
+            return;
+        }
+    }
+    Show_Row(0);
 }
 
 void EclipseScreenWindow::Compute_Minute() {
@@ -376,16 +391,19 @@ bool EclipseScreenWindow::event(QEvent* e) {
 }
 
 EclipseScreenWindow* Show_Eclipse_Window(QWidget* parent, int row) {
-    static QPointer<EclipseScreenWindow> window;
-    if (!window) {
-        window = new EclipseScreenWindow(Eclipses, parent);
-        window->setAttribute(Qt::WA_DeleteOnClose);
+    if (!theWindow) {
+        theWindow = new EclipseScreenWindow(Eclipses, parent);
+        theWindow->setAttribute(Qt::WA_DeleteOnClose);
     }
-    window->Show_Row(row);
-    window->show();
-    window->raise();
-    window->activateWindow();
-    return window;
+    theWindow->Show_Row(row);
+    theWindow->show();
+    theWindow->raise();
+    theWindow->activateWindow();
+    return theWindow;
+}
+
+void Eclipses_Refilled() {
+    if (theWindow) theWindow->Table_Refilled();
 }
 
 }  // namespace kelmoran

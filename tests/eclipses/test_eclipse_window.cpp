@@ -113,7 +113,19 @@ TEST(EclipseWindow, OpensFromMoonPhasesAndStepsThroughTheYear) {
     w = Open_Eclipse_Window();
     ASSERT_NE(w, nullptr);
     EXPECT_EQ(w->Current(), april);
+    // A day on in the strip fills the table again: the window keeps its eclipse; a year on,
+    // it shows the new year's first.
+    Wheel(main->Client(), Centre(lunations->MyDates().Field_Rect("Day")), 120);
+    QApplication::processEvents();
+    EXPECT_EQ(w->Current(), april);
+    EXPECT_EQ(w->Panel()[0].Time, "8th of April 2024");
+    Wheel(main->Client(), Centre(lunations->MyDates().Field_Rect("Year")), 120);
+    QApplication::processEvents();
+    EXPECT_EQ(w->Current(), 0);
+    EXPECT_EQ(w->Panel()[0].Time.substr(w->Panel()[0].Time.size() - 4), "2025");
     w->close();
+    QApplication::processEvents();
+    Wheel(main->Client(), Centre(lunations->MyDates().Field_Rect("Year")), -120);
     QApplication::processEvents();
 
     // The row pop-up of October (a quarter's cell) offers its eclipse.
