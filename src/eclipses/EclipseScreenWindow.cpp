@@ -78,7 +78,6 @@ void EclipseScreenWindow::Show_Row(int row) {
     layers_.HasObserver = true;
     layers_.Solar = Is_Solar(r);
     if (!layers_.Solar) path_ = false;
-    if (layers_.Solar) plan_ = false;
     layers_.Path = {};
     pathRow_ = -1;
     if (path_) {
@@ -141,8 +140,7 @@ void EclipseScreenWindow::Layout() {
                          "Step through Eclipse in\none minute increments", table_.Count > 0});
     controls_.push_back({"Path of Eclipse", QRect(kMargin, st + 36, kPanelWidth - 2 * kMargin, 26),
                          "Complete Eclipse coverage\n(Slow)", solar && !plan_, path_});
-    controls_.push_back({"Show Plan", QRect(kMargin, st + 70, w, 26), {},
-                         table_.Count > 0 && !solar, plan_});
+    controls_.push_back({"Show Plan", QRect(kMargin, st + 70, w, 26), {}, table_.Count > 0, plan_});
     controls_.push_back({"Show Map", QRect(2 * kMargin + w, st + 70, w, 26), {}, table_.Count > 0,
                          !plan_});
 }
@@ -304,18 +302,23 @@ void EclipseScreenWindow::Redraw() {
     // The headings over the map or the plan.
     p.setPen(Qt::black);
     p.setFont(Panel_Font(16, true));
-    const QString first = plan_ ? "Path of Moon" : "Path of Shadow";
+    const bool moonPlan = plan_ && !layers_.Solar;
+    const QString first = moonPlan ? "Path of Moon" : "Path of Shadow";
     p.drawText(QPoint(kPanelWidth, 22), first);
     const int w = p.fontMetrics().horizontalAdvance(first + " ");
     p.setFont(Panel_Font(16));
-    p.drawText(QPoint(kPanelWidth + w, 22), plan_ ? "through Shadow" : "across Earth");
+    p.drawText(QPoint(kPanelWidth + w, 22), moonPlan ? "through Shadow" : "across Earth");
     if (table_.Count <= 0) {
         p.setFont(Panel_Font(13));
         p.drawText(mapRect_, Qt::AlignCenter, "No Eclipse");
     } else if (plan_) {
         const int side = std::min(mapRect_.width(), mapRect_.height());
-        Paint_Lunar_Plan(p, QRect(mapRect_.left(), mapRect_.top(), side, side),
-                         Lunar_Eclipse_Plan(table_.Rows[static_cast<size_t>(table_.Current)], TZ_Bias));
+        const QRect square(mapRect_.left(), mapRect_.top(), side, side);
+        if (layers_.Solar)
+            Paint_Solar_Plan(p, square, Solar_Eclipse_Plan(table_, table_.Current, TZ_Bias));
+        else
+            Paint_Lunar_Plan(p, square,
+                             Lunar_Eclipse_Plan(table_.Rows[static_cast<size_t>(table_.Current)], TZ_Bias));
     } else {
         if (coastSize_ != mapRect_.size()) {
             coast_ = Coastline_Path(sx_, sy_);

@@ -74,8 +74,13 @@ TEST(EclipseWindow, OpensFromMoonPhasesAndStepsThroughTheYear) {
     EXPECT_EQ(w->Local_Panel()[3].Time, "18:41");
     EXPECT_EQ(w->Tooltip_At(w->Control_Rect("Path of Eclipse").center()),
               "Complete Eclipse coverage\n(Slow)");
-    EXPECT_FALSE(w->Control_Enabled("Show Plan"));  // the plan is of a lunar eclipse
     Save_Png(w->Picture(), "shots", "eclipse_2024_april_minute");
+    // Its plan: the Earth's disc as the Sun sees it, and no path to be had there.
+    Click(w, "Show Plan");
+    EXPECT_TRUE(w->Showing_Plan());
+    EXPECT_FALSE(w->Control_Enabled("Path of Eclipse"));
+    Save_Png(w->Picture(), "shots", "eclipse_2024_april_plan");
+    Click(w, "Show Map");
 
     // "Next Eclipse" to the end of the year, then round to its first.
     const int april = w->Current();
