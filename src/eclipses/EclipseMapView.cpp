@@ -44,7 +44,6 @@ Style Style_Of(const std::string& key) {
 
 QPainterPath Rings_Path(const std::vector<MapRing>& rings, float sx, float sy) {
     QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
     for (const MapRing& r : rings) {
         QPolygonF poly;
         poly.reserve(static_cast<int>(r.size()));
@@ -220,16 +219,21 @@ void Plan_Border(QPainter& p, const QRect& area) {
     p.drawRect(area.adjusted(0, 0, -1, -1));
 }
 
+// Saves the painter and clips to `area`; a plan with nothing to show is left empty in its
+// border (and false returned).
+bool Plan_Begin(QPainter& p, const QRect& area, double extent) {
+    p.save();
+    p.setClipRect(area);
+    if (extent > 0.0) return true;
+    p.fillRect(area, QColor(250, 250, 246));
+    Plan_Border(p, area);
+    return false;
+}
+
 }  // namespace
 
 void Paint_Solar_Plan(QPainter& p, const QRect& area, const SolarPlan& plan) {
-    p.save();
-    p.setClipRect(area);
-    if (!(plan.Extent > 0.0)) {
-        p.fillRect(area, QColor(250, 250, 246));
-        Plan_Border(p, area);
-        return;
-    }
+    if (!Plan_Begin(p, area, plan.Extent)) return;
     // As the Sun sees the Earth: north up, east to the right.
     QPointF centre;
     const double k = Plan_Frame(p, area, plan.Extent, 1000.0, 5, " km", "W", "E", centre);
@@ -263,13 +267,7 @@ void Paint_Solar_Plan(QPainter& p, const QRect& area, const SolarPlan& plan) {
 }
 
 void Paint_Lunar_Plan(QPainter& p, const QRect& area, const LunarPlan& plan) {
-    p.save();
-    p.setClipRect(area);
-    if (!(plan.Extent > 0.0)) {
-        p.fillRect(area, QColor(250, 250, 246));
-        Plan_Border(p, area);
-        return;
-    }
+    if (!Plan_Begin(p, area, plan.Extent)) return;
     // As the sky is seen: north up, east to the left; minutes of arc.
     QPointF centre;
     const double k = Plan_Frame(p, area, plan.Extent, 10.0, 3, "'", "E", "W", centre);
