@@ -27,7 +27,7 @@ PlotStars& Full_Atlas(const char* view) {
     }();
     Atlas_Options().View = view;
     Atlas_Options().BackgroundEntry = 7;
-    Atlas_Options().MainStarEntry = 4;
+    Atlas_Options().MainStarEntry = 0;
     form->SetDates();
     form->Configure_Form();
     return *form;
@@ -45,6 +45,17 @@ void BM_Atlas_Zoom_Replot_Repaint(benchmark::State& state) {
     state.counters["stars"] = static_cast<double>(atlas.Plot().Points.size());
 }
 BENCHMARK(BM_Atlas_Zoom_Replot_Repaint)->Unit(benchmark::kMillisecond);
+
+void BM_Atlas_Zoom_Replot_Only(benchmark::State& state) {
+    PlotStars& atlas = Full_Atlas("Equatorial");
+    const int32_t x = atlas.Plot().View.BitmapWidth / 2 + 100, y = atlas.Plot().View.BitmapHeight / 2;
+    int kind = 1;
+    for (auto _ : state) {
+        atlas.Plot().Zoom_At(kind, x, y);
+        kind = 3 - kind;
+    }
+}
+BENCHMARK(BM_Atlas_Zoom_Replot_Only)->Unit(benchmark::kMillisecond);
 
 void BM_Atlas_Zoom_Replot_Repaint_Visible(benchmark::State& state) {
     PlotStars& atlas = Full_Atlas("VisibleStars");

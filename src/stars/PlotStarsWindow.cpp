@@ -183,14 +183,72 @@ void PlotStars::Configure_Form() {
 
 // ------------------------------------------------------------------ drawing
 
-std::vector<int32_t> PlotStars::Repeats(int32_t x) const {
-    std::vector<int32_t> xs{x};
+PlotStars::Copies PlotStars::Repeats(int32_t x) const {
+    Copies c;
+    c.X[0] = x;
+    c.N = 1;
     if (plot_.View.IsEquatorial && plot_.View.Zoom >= 2) {
         const double wrap = plot_.Wrap_Width();
-        for (double r = x + wrap; r < plot_.View.BitmapWidth; r += wrap)
-            xs.push_back(static_cast<int32_t>(std::lround(r)));
+        for (double r = x + wrap; r < plot_.View.BitmapWidth && c.N < 8; r += wrap)
+            c.X[static_cast<size_t>(c.N++)] = static_cast<int32_t>(std::lround(r));
     }
-    return xs;
+    return c;
+}
+
+namespace {
+
+// Coverage masks of discs, by radius in quarters of a pixel: (2n + 1) squared bytes each,
+// four samples a pixel in each direction.
+struct DiscMask {
+    int32_t Half = 0;
+    std::vector<uint8_t> Alpha;
+};
+
+const DiscMask& Mask_For(float r) {
+    static std::array<DiscMask, 40> masks;
+    const size_t k = static_cast<size_t>(std::clamp(static_cast<int>(std::lround(r * 4.0f)), 1, 39));
+    DiscMask& m = masks[k];
+    if (m.Alpha.empty()) {
+        const float radius = static_cast<float>(k) / 4.0f;
+        m.Half = static_cast<int32_t>(std::ceil(radius));
+        const int32_t n = 2 * m.Half + 1;
+        m.Alpha.assign(static_cast<size_t>(n * n), 0);
+        for (int32_t j = 0; j < n; ++j)
+            for (int32_t i = 0; i < n; ++i) {
+                int inside = 0;
+                for (int sy = 0; sy < 4; ++sy)
+                    for (int sx = 0; sx < 4; ++sx) {
+                        const float dx = i - m.Half + (sx + 0.5f) / 4.0f - 0.5f;
+                        const float dy = j - m.Half + (sy + 0.5f) / 4.0f - 0.5f;
+                        inside += dx * dx + dy * dy <= radius * radius ? 1 : 0;
+                    }
+                m.Alpha[static_cast<size_t>(j * n + i)] = static_cast<uint8_t>(inside * 255 / 16);
+            }
+    }
+    return m;
+}
+
+}  // namespace
+
+void PlotStars::Blend_Disc(int32_t x, int32_t y, float r) {
+    const DiscMask& m = Mask_For(r);
+    const int32_t n = 2 * m.Half + 1, w = bitmap_.width(), h = bitmap_.height();
+    uchar* bits = bitmap_.bits();
+    const qsizetype stride = bitmap_.bytesPerLine();
+    for (int32_t j = 0; j < n; ++j) {
+        const int32_t py = y - m.Half + j;
+        if (py < 0 || py >= h) continue;
+        QRgb* line = reinterpret_cast<QRgb*>(bits + py * stride);
+        for (int32_t i = 0; i < n; ++i) {
+            const int32_t px = x - m.Half + i;
+            const int a = m.Alpha[static_cast<size_t>(j * n + i)];
+            if (a == 0 || px < 0 || px >= w) continue;
+            const QRgb d = line[px];
+            // White over what is there, by the coverage.
+            line[px] = qRgb(qRed(d) + (255 - qRed(d)) * a / 255, qGreen(d) + (255 - qGreen(d)) * a / 255,
+                            qBlue(d) + (255 - qBlue(d)) * a / 255);
+        }
+    }
 }
 
 void PlotStars::DrawBitMaps() {
@@ -234,17 +292,15 @@ void PlotStars::Draw_Stars() {
             }
         }
     }
-    QPainter p(&bitmap_);
-    p.setRenderHint(QPainter::Antialiasing, true);
-    p.setPen(Qt::NoPen);
-    p.setBrush(Qt::white);
     for (size_t s = 12; s < pts.size(); ++s) {
         const PlotPoint& pt = pts[s];
         if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
         const float r = Disc_Radius(pt.Level);
         if (r <= 0.75f) continue;
-        for (int32_t x : Repeats(pt.X)) p.drawEllipse(QPointF(x, pt.Y), r, r);
+        for (int32_t x : Repeats(pt.X)) Blend_Disc(x, pt.Y, r);
     }
+    QPainter p(&bitmap_);
+    p.setRenderHint(QPainter::Antialiasing, true);
     Draw_Texts(p);
     Draw_Bodies(p);
     Draw_Circle(p);
