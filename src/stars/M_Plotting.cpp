@@ -237,6 +237,10 @@ void AtlasPlot::Plot_Equatorial() {
         View.Clip = {0, std::max(0, top - 2 * c), View.BitmapWidth,
                      std::min(View.BitmapHeight, bottom + 2 * c)};
     }
+    Map_Stars();
+}
+
+void AtlasPlot::Map_Stars() {
     const size_t n = std::min(Points.size(), StarPlaces.size());
     for (size_t s = 0; s < n; ++s) {
         if (s >= 12 && !StarPlaces[s].Done) continue;
@@ -245,22 +249,16 @@ void AtlasPlot::Plot_Equatorial() {
 }
 
 void AtlasPlot::Plot_Visible_Sky() {
-    const size_t n = std::min(Points.size(), StarPlaces.size());
-    for (size_t s = 0; s < n; ++s) {
-        if (s >= 12 && !StarPlaces[s].Done) continue;
-        Map(StarPlaces[s].RA, StarPlaces[s].Dec, Points[s].X, Points[s].Y);
-    }
-    const int32_t r = View.Zoom * View.BaseRadius;
-    View.ScaleX = static_cast<float>(kPi / r);
-    Centre_Clip(r);
+    Plot_Sphere();
 }
 
 void AtlasPlot::Plot_Polar() {
-    const size_t n = std::min(Points.size(), StarPlaces.size());
-    for (size_t s = 0; s < n; ++s) {
-        if (s >= 12 && !StarPlaces[s].Done) continue;
-        Map(StarPlaces[s].RA, StarPlaces[s].Dec, Points[s].X, Points[s].Y);
-    }
+    Plot_Sphere();
+}
+
+void AtlasPlot::Plot_Sphere() {
+    // The map itself tells the visible sky from the polar views.
+    Map_Stars();
     const int32_t r = View.Zoom * View.BaseRadius;
     View.ScaleX = static_cast<float>(kPi / r);
     Centre_Clip(r);

@@ -111,6 +111,8 @@ class AtlasPlot {
     int32_t Plots = 0;
 
   private:
+    void Map_Stars();
+    void Plot_Sphere();
     void Reset_Equatorial_Ranges();
     void Finish_Levels();
     void Centre_Clip(int32_t radius);

@@ -142,7 +142,8 @@ void PlotStars::Compute_Places() {
     plot_.View.LST = Reduce_2Pi(Calc_GAST(jd) + lon);
 
     // The stars: new ones computed, and those whose place has aged beyond its interval.
-    const int32_t limit = plot_.View.BackgroundLimit;
+    // The figures' stars are computed even where they are fainter than the plot.
+    const int32_t limit = std::max(plot_.View.BackgroundLimit, Highest_Figure_Star());
     Compute_Star_Places(limit, jd);
     for (int32_t s = 12; s <= limit && s < static_cast<int32_t>(StarPlaces.size()); ++s) {
         StarPlace& p = StarPlaces[static_cast<size_t>(s)];
@@ -817,7 +818,10 @@ PlotStarsWindow::PlotStarsWindow() : QWidget(nullptr) {
     form_ = std::make_unique<PlotStars>(this);
     hook_.MyOwner = form_.get();
     hook_.SubClass(this);
-    form_->Open_Find_Star = [this] { Open_Find_Star(this, 12, screen_key::PlotStars); };
+    // Find Star opens at the star it showed last.
+    form_->Open_Find_Star = [this] {
+        Open_Find_Star(this, Find_Star_Form(this).Model().EntryStar, screen_key::PlotStars);
+    };
     form_->Open_Options = [this] {
         if (!options_) {
             options_ = new PlotOptionsWindow(this);
