@@ -17,6 +17,7 @@
 #include "shell/Grid_Model.h"
 #include "shell/M_Edit.h"
 #include "stars/FindStarWindow.h"
+#include "stars/FindStar_Model.h"
 #include "stars/M_Constellations.h"
 #include "stars/M_Resources.h"
 #include "stars/M_Stars.h"
@@ -596,6 +597,24 @@ void PlotStars::PrepareToPopUp(int32_t x, int32_t y) {
         popupLines_.push_back("R.A. " + Format_RA(sp.RA, 1, false) + "   S.H.A. " +
                               Format_Angle(Reduce_2Pi(kTwoPi - sp.RA), 1, false));
         popupLines_.push_back("Dec. " + Format_Lat(sp.Dec, 1, false));
+        // Where the observer sees it: the altitude of the kind the settings give.
+        AltAzResult aa;
+        if (s < 12) {
+            const BodyRecord& r = Bodies[static_cast<size_t>(s)];
+            aa.TrueAlt = r.TrueAlt;
+            aa.SextantAlt = r.SextantAlt;
+            aa.Azimuth = r.Azimuth;
+            aa.Refraction = 0.0f;
+        } else {
+            BodyPlace place;
+            float lat = 0, lon = 0;
+            aa = Star_AltAz(s, myJD_, place, lat, lon);
+        }
+        const std::string caption = Set_Alt_Option_Caption();
+        // The body service's sextant altitude of the Sun, Moon and planets has the limb in it.
+        const AltKind kind = caption == "App. Alt." && s >= 12 ? AltKind::Apparent : AltKind::Observed;
+        popupLines_.push_back(caption + " " + Altitude_Text(aa, kind) + "   Az. " +
+                              Format_Number(aa.Azimuth * kDegreesPerRadian, "000°.0"));
         if (Atlas_Options().PopUpDetails && s >= 12) {
             std::string numbers;
             if (static_cast<size_t>(s) < HD_Numbers.size() && HD_Numbers[static_cast<size_t>(s)])
