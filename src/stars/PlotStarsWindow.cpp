@@ -312,43 +312,57 @@ void PlotStars::Draw_Texts(QPainter& p) {
     const AtlasOptions& o = Atlas_Options();
     const auto& pts = plot_.Points;
     const DrawingObjects& d = Drawing();
+    LabelRoom room(bitmap_.width(), bitmap_.height());
+    // A text at (x, y) (its base line) unless it would lie over one placed before.
+    auto place = [&](const QFontMetrics& fm, int32_t x, int32_t y, const QString& text) {
+        const int32_t w = fm.horizontalAdvance(text);
+        bool drawn = false;
+        for (int32_t rx : Repeats(x)) {
+            if (!room.Take({rx, y - fm.ascent(), rx + w, y + fm.descent()})) continue;
+            p.drawText(rx, y, text);
+            drawn = true;
+        }
+        return drawn;
+    };
+    // Nothing is written over anything else: the stars' names take their room first (the
+    // brightest first), then the constellations', then the designations.
+    const int32_t last = std::min<int32_t>(plot_.View.MainStarLimit, static_cast<int32_t>(pts.size()) - 1);
+    auto each_star = [&](auto&& label) {
+        for (int32_t s = 12; s <= last; ++s) {
+            const PlotPoint& pt = pts[static_cast<size_t>(s)];
+            if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
+            label(s, pt, static_cast<int32_t>(Disc_Radius(pt.Level)));
+        }
+    };
+    if (o.ShowNames) {
+        p.setFont(d.Normal);
+        p.setPen(kName);
+        const QFontMetrics fm(d.Normal);
+        each_star([&](int32_t s, const PlotPoint& pt, int32_t r) {
+            const std::string& name = StarPlaces[static_cast<size_t>(s)].Name;
+            if (Catalogue[static_cast<size_t>(s)].NameFlag == 'N' && !name.empty())
+                place(fm, pt.X + r + 3, pt.Y - r - 2, Q(name));
+        });
+    }
     if (o.ShowConstellations) {
         p.setFont(d.Normal);
         p.setPen(Qt::white);
         const QFontMetrics fm(d.Normal);
         for (const LabelSpot& l : Constellation_Label_Spots(plot_)) {
             const QString text = Q(l.Text);
-            const int32_t half = fm.horizontalAdvance(text) / 2;
-            for (int32_t x : Repeats(l.X)) p.drawText(x - half, l.Y, text);
+            place(fm, l.X - fm.horizontalAdvance(text) / 2, l.Y, text);
         }
     }
-    const int32_t last = std::min<int32_t>(plot_.View.MainStarLimit, static_cast<int32_t>(pts.size()) - 1);
     if (o.ShowDesigs) {
         p.setFont(d.Greek);
         p.setPen(kDesig);
-        for (int32_t s = 12; s <= last; ++s) {
-            const PlotPoint& pt = pts[static_cast<size_t>(s)];
-            if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
+        const QFontMetrics fm(d.Greek);
+        each_star([&](int32_t s, const PlotPoint& pt, int32_t r) {
             const CatalogueStar& c = Catalogue[static_cast<size_t>(s)];
-            if (c.NameFlag == 0 && !(o.ShowVariables && c.VarFlag != ' ')) continue;
+            if (c.NameFlag == 0 && !(o.ShowVariables && c.VarFlag != ' ')) return;
             const QString text = Desig_Text(StarPlaces[static_cast<size_t>(s)]);
-            if (text.isEmpty()) continue;
-            const int32_t r = static_cast<int32_t>(Disc_Radius(pt.Level));
-            for (int32_t x : Repeats(pt.X)) p.drawText(x + r + 2, pt.Y + r + 10, text);
-        }
-    }
-    if (o.ShowNames) {
-        p.setFont(d.Normal);
-        p.setPen(kName);
-        for (int32_t s = 12; s <= last; ++s) {
-            const PlotPoint& pt = pts[static_cast<size_t>(s)];
-            if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
-            if (Catalogue[static_cast<size_t>(s)].NameFlag != 'N') continue;
-            const std::string& name = StarPlaces[static_cast<size_t>(s)].Name;
-            if (name.empty()) continue;
-            const int32_t r = static_cast<int32_t>(Disc_Radius(pt.Level));
-            for (int32_t x : Repeats(pt.X)) p.drawText(x + r + 3, pt.Y - r - 2, Q(name));
-        }
+            if (!text.isEmpty()) place(fm, pt.X + r + 2, pt.Y + r + 10, text);
+        });
     }
 }
 
