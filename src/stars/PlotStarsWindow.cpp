@@ -540,7 +540,7 @@ void PlotStars::Compose() {
         p.setFont(Drawing().Normal);
         p.setPen(statusText_.empty() ? Qt::black : Qt::red);
         p.drawText(To_QRect(status_).adjusted(6, 0, -6, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                   Q(statusText_));
+                   Q(statusText_.empty() ? skyText_ : statusText_));
         if (!popupLines_.empty()) {
             // The pop-up: a small box beside the object.
             const QFontMetrics fm(Drawing().Normal);
@@ -700,10 +700,25 @@ void PlotStars::SysMsg_MouseMove(int32_t button, int32_t, int32_t x, int32_t y) 
     if (window_) window_->setToolTip(hoverTool_ >= 0 ? kToolTips[static_cast<size_t>(hoverTool_)] : "");
     if (window_) window_->setCursor(sky_.Contains(x, y) ? Qt::OpenHandCursor : Qt::ArrowCursor);
     if (x == mouse::LeaveXY && y == mouse::LeaveXY) {
+        skyText_.clear();
         Kill_PopUp();
         return;
     }
+    // The status line tells the sky under the mouse.
+    skyText_.clear();
+    if (sky_.Contains(x, y)) {
+        const SkyPoint sky = plot_.Screen_To_Sky(x - sky_.Left + plot_.View.ScrollX, y - sky_.Top + plot_.View.ScrollY);
+        if (sky.OnMap) {
+            skyText_ = "R.A. " + Format_RA(sky.RA, 1, false) + "   S.H.A. " +
+                       Format_Angle(Reduce_2Pi(kTwoPi - sky.RA), 1, false) + "   Dec. " + Format_Lat(sky.Dec, 1, false);
+            if (plot_.View.IsVisibleSky)
+                skyText_ += "   Alt. " + Format_Angle(sky.Alt, 1, false) + "   Az. " +
+                            Format_Number(sky.Az * kDegreesPerRadian, "000°.0");
+        }
+    }
+    const int32_t shown = popupStar_;
     PrepareToPopUp(x, y);
+    if (shown == popupStar_) Compose();
 }
 
 void PlotStars::SysMsg_MouseUp(int32_t, int32_t, int32_t, int32_t) {

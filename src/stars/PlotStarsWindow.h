@@ -109,7 +109,8 @@ class PlotStars : public DateStripScreen {
     QImage bitmap_;
     Rect sky_, status_;
     int32_t toolsTop_ = 0;
-    std::string statusText_;
+    std::string statusText_;  // the position's error, if any
+    std::string skyText_;     // the sky under the mouse
     bool dragging_ = false;
     int32_t lastX_ = 0, lastY_ = 0;
     int32_t pendingZoom_ = 0, pendingDim_ = 0, wheelX_ = 0, wheelY_ = 0;

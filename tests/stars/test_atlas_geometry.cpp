@@ -57,6 +57,12 @@ TEST_F(AtlasGeometry, EdgeCasesOfTheMaps) {
     EXPECT_NEAR(x - plot.View.BitmapWidth / 2, kPi / plot.View.ScaleX, 0.5);
     EXPECT_EQ(y, plot.View.BitmapHeight / 2);
 
+    // Labels take room once: a second one over the first gives way, one beside it does not.
+    LabelRoom room(600, 400);
+    EXPECT_TRUE(room.Take({100, 100, 160, 112}));
+    EXPECT_FALSE(room.Take({150, 105, 200, 117}));
+    EXPECT_TRUE(room.Take({162, 100, 220, 112}));
+
     // The zoom caps at 2048 and floors at 1, in both kinds of view.
     for (const char* view : {"Equatorial", "NorthStars"}) {
         plot.Switch_Projection(view);
