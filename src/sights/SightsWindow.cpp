@@ -815,6 +815,12 @@ void SightsWindow::mnuInsertInPlan() {
     Update_All_Screens("");
 }
 
+void SightsWindow::showEvent(QShowEvent* event) {
+    // Options is offered once the shell has connected it.
+    options_->setEnabled(static_cast<bool>(OpenOptions));
+    QMainWindow::showEvent(event);
+}
+
 void SightsWindow::closeEvent(QCloseEvent* event) {
     if (Edit.Editing && Edit.Form == this) End_Edit();
     if (!Query_Unsaved()) {

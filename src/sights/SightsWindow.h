@@ -132,6 +132,7 @@ class SightsWindow : public QMainWindow,
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     class ClientArea;
