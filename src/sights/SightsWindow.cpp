@@ -6,7 +6,6 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
@@ -37,6 +36,11 @@ constexpr int kUp = 38;
 constexpr int kDown = 40;
 const QColor kPopupYellow(255, 255, 200);
 const QColor kCursor(10, 36, 106);
+
+// The file types of the dialogues: sight files, then all files.
+QString File_Filter() {
+    return QString(sights_text::FileFilter) + ";;" + sights_text::AllFilter;
+}
 
 // The rows of the table for the height of the screen's work area.
 int Rows_For_Screen() {
@@ -639,6 +643,14 @@ void SightsWindow::SysMsg_KeyDown(int32_t key, int32_t shift) {
         case kDown: Move_Cursor(curRow_ + 1, curColumn_); return;
         case vk::Left: Move_Cursor(curRow_, curColumn_ - 1); return;
         case vk::Right: Move_Cursor(curRow_, curColumn_ + 1); return;
+        case vk::Delete:
+            // The sight of the row is struck out.
+            if (set_.Sights[curRow_].Row_Used == 0) return;
+            set_.Blank_Row(curRow_);
+            Shell.SightsChanged = kTrue;
+            Row_Blanked(curRow_);
+            Row_Reduced(curRow_);
+            return;
         case vk::Return:
         case vk::F2:
             if (curColumn_ == kColBody && set_.Sights[curRow_].Row_Used == 0) return;
@@ -662,24 +674,8 @@ void SightsWindow::SysMsg_KeyPress(int32_t character) {
 MsgAnswer SightsWindow::Message_Box(const std::string& text, const std::string& title,
                                     MsgButtons buttons) {
     if (Message_Answer) return Message_Answer(text, title, buttons);
-    QMessageBox box(this);
-    box.setWindowTitle(Q(title));
-    box.setText(Q(text));
-    switch (buttons) {
-        case MsgButtons::OK: box.setStandardButtons(QMessageBox::Ok); break;
-        case MsgButtons::OKCancel:
-            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-            break;
-        case MsgButtons::YesNoCancel:
-            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-            break;
-    }
-    switch (box.exec()) {
-        case QMessageBox::Cancel: return MsgAnswer::Cancel;
-        case QMessageBox::Yes: return MsgAnswer::Yes;
-        case QMessageBox::No: return MsgAnswer::No;
-        default: return MsgAnswer::OK;
-    }
+    if (Shell.Host) return Shell.Host->Message_Box(text, title, buttons);
+    return buttons == MsgButtons::OK ? MsgAnswer::OK : MsgAnswer::Cancel;
 }
 
 bool SightsWindow::Query_Unsaved() {
@@ -706,11 +702,8 @@ void SightsWindow::mnuOpen() {
     if (File_Chooser) {
         path = File_Chooser(false, UserFolder);
     } else {
-        path = QFileDialog::getOpenFileName(
-                   this, sights_text::OpenTitle, Q(UserFolder),
-                   QString("%1 (%2);;%3 (%4)")
-                       .arg("Sight Files", sights_text::FilePattern, "All Files",
-                            sights_text::AllPattern))
+        path = QFileDialog::getOpenFileName(this, sights_text::OpenTitle, Q(UserFolder),
+                                            File_Filter())
                    .toStdString();
     }
     if (path.empty()) return;
@@ -741,11 +734,8 @@ void SightsWindow::mnuSaveAs() {
     if (File_Chooser) {
         path = File_Chooser(true, suggested);
     } else {
-        path = QFileDialog::getSaveFileName(
-                   this, sights_text::SaveTitle, Q(suggested),
-                   QString("%1 (%2);;%3 (%4)")
-                       .arg("Sight Files", sights_text::FilePattern, "All Files",
-                            sights_text::AllPattern))
+        path = QFileDialog::getSaveFileName(this, sights_text::SaveTitle, Q(suggested),
+                                            File_Filter())
                    .toStdString();
     }
     if (path.empty()) return;

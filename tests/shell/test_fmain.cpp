@@ -37,7 +37,7 @@ TEST(fMain, MenuBarHasEveryEntryWithItsCaption) {
     EXPECT_TRUE(w.Window_Action(0)->isEnabled());
     EXPECT_FALSE(w.Window_Action(1)->isEnabled());  // Clocks
     EXPECT_EQ(w.Window_Action(9)->text(), "Sights");
-    EXPECT_FALSE(w.Window_Action(9)->isEnabled());
+    EXPECT_TRUE(w.Window_Action(9)->isEnabled());
 }
 
 TEST(fMain, MainScreenPaintsThePageOfTheDay) {

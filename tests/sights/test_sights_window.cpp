@@ -222,6 +222,11 @@ TEST_F(SightsWindowTest, OneSightIsAnITPAndFiveMakeAFixWithItsEllipse) {
     EXPECT_EQ(w->Plot().Lines.size(), sights.size());
     EXPECT_TRUE(w->Plot().Fix.Has_Ellipse);
     Save_Png(w->grab().toImage(), "sights", "sights_five_fix_ellipse");
+    // Delete strikes out the sight of the row under the cursor.
+    const int last = static_cast<int>(sights.size()) - 1;
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(w->Set().Sights[last].Row_Used, 0);
+    EXPECT_EQ(w->Plot().Lines.size(), sights.size() - 1);
 
     // "&New Set" with unsaved sights asks first; Cancel keeps them, OK clears them.
     answer = MsgAnswer::Cancel;
