@@ -266,7 +266,13 @@ void fMain::Open_Separate_Screen(int windowIndex) {
     if (windowIndex == Window_Index_Of(screen_key::PlotStars)) Open_Star_Atlas();
     if (windowIndex == Window_Index_Of(screen_key::Sights)) {
         // Sights: made on first choice, brought up on the next; it stands beside the grids.
-        if (!sights_) sights_ = new SightsWindow();
+        if (!sights_) {
+            sights_ = new SightsWindow();
+            sights_->OpenOptions = [](QWidget* parent, const std::string& owner,
+                                      const std::string& tab) {
+                return Show_Options(parent, owner, tab);
+            };
+        }
         sights_->show();
         sights_->raise();
         sights_->activateWindow();

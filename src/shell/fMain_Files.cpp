@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "shell/fMain.h"
+#include "sights/SightsWindow.h"
 #include "voyage/Voyage_File.h"
 #include "voyage/Voyage_Plan.h"
 
@@ -20,6 +21,11 @@ void fMain::Open_Command_Line_File(const QString& path) {
         }
         const int index = Window_Index_Of(screen_key::NavPlan);
         if (Screen_Available(index)) mnuWindow_Click(index);
+        return;
+    }
+    if (suffix == "sight") {
+        Open_Separate_Screen(Window_Index_Of(screen_key::Sights));
+        if (sights_) sights_->Open_File(path.toStdString());
         return;
     }
     Message_Box("Kelmoran opens voyage plans (.Voy) and sights (.Sight).\n\"" + name +

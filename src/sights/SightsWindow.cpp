@@ -2,18 +2,19 @@
 
 #include <QActionGroup>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
+#include <cmath>
 
 #include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
+#include "shell/File_Dialogs.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "sights/M_Sights.h"
@@ -285,7 +286,7 @@ void SightsWindow::Refilter() {
 void SightsWindow::Replot() {
     if (sheet_.Empty()) return;
     const int w = sheet_.Width(), h = sheet_.Height();
-    const float scale = Choose_Plot_Scale(set_, w, h, ellipse_size_);
+    const float scale = Choose_Plot_Scale(set_, w, h, ellipse_size_) * zoom_;
     const QFontMetrics fm(Drawing().Normal);
     Sheet_Font font;
     font.Width = [&fm](const std::string& s) { return fm.horizontalAdvance(Q(s)); };
@@ -593,9 +594,16 @@ void SightsWindow::Remove_Popup() {
 }
 
 void SightsWindow::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
-    // The wheel steps the field of the strip under the mouse.
+    // The wheel steps the field of the strip under the mouse, and over the sheet draws it
+    // closer (away from the user) or further off, a quarter at a notch.
     const int steps = delta / 120;
-    if (steps != 0 && strip_.MyFrame.Contains(x, y)) strip_.MouseScroll(x, y, steps);
+    if (steps == 0) return;
+    if (strip_.MyFrame.Contains(x, y)) {
+        strip_.MouseScroll(x, y, steps);
+    } else if (sheet_.Contains(x, y)) {
+        zoom_ = std::clamp(zoom_ * static_cast<float>(std::pow(1.25, steps)), 1.0f / 64, 64.0f);
+        Replot();
+    }
 }
 
 void SightsWindow::SysMsg_Resize(int32_t width, int32_t height) {
@@ -702,9 +710,7 @@ void SightsWindow::mnuOpen() {
     if (File_Chooser) {
         path = File_Chooser(false, UserFolder);
     } else {
-        path = QFileDialog::getOpenFileName(this, sights_text::OpenTitle, Q(UserFolder),
-                                            File_Filter())
-                   .toStdString();
+        path = Open_File_Name(this, sights_text::OpenTitle, File_Filter()).toStdString();
     }
     if (path.empty()) return;
     Open_File(path);
@@ -734,8 +740,7 @@ void SightsWindow::mnuSaveAs() {
     if (File_Chooser) {
         path = File_Chooser(true, suggested);
     } else {
-        path = QFileDialog::getSaveFileName(this, sights_text::SaveTitle, Q(suggested),
-                                            File_Filter())
+        path = Save_File_Name(this, sights_text::SaveTitle, File_Filter(), Q(suggested))
                    .toStdString();
     }
     if (path.empty()) return;
