@@ -1,6 +1,7 @@
 #include "shell/File_Dialogs.h"
 
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 
 #include "settings/File_IO.h"
@@ -25,6 +26,16 @@ QString Dialog_Start(const QString& name) {
 QString Remember_Dialog_Folder(const QString& path) {
     if (!path.isEmpty()) lastFolder = QFileInfo(path).absolutePath();
     return path;
+}
+
+QString Open_File_Name(QWidget* parent, const QString& title, const QString& filter) {
+    return Remember_Dialog_Folder(QFileDialog::getOpenFileName(parent, title, Dialog_Folder(), filter));
+}
+
+QString Save_File_Name(QWidget* parent, const QString& title, const QString& filter,
+                       const QString& suggestedName) {
+    return Remember_Dialog_Folder(
+        QFileDialog::getSaveFileName(parent, title, Dialog_Start(suggestedName), filter));
 }
 
 }  // namespace kelmoran

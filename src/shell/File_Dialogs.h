@@ -16,4 +16,10 @@ QString Dialog_Start(const QString& name);
 // A path the user chose: its folder is where the next dialogue starts. Returns `path`.
 QString Remember_Dialog_Folder(const QString& path);
 
+// The open and save dialogues from that folder; "" when the user cancelled. `filter` in
+// Qt's form ("Sight Files (*.Sight);;All Files (*.*)").
+QString Open_File_Name(QWidget* parent, const QString& title, const QString& filter);
+QString Save_File_Name(QWidget* parent, const QString& title, const QString& filter,
+                       const QString& suggestedName = {});
+
 }  // namespace kelmoran
