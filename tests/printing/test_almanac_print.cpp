@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <cmath>
+#include <map>
 
 #include "almanac/Almanac_Book.h"
 #include "ephemeris/Units.h"
@@ -29,14 +30,18 @@ QString Pdf_Path(const QString& name) {
     return QDir(KELMORAN_BINARY_DIR).filePath("book_pages/" + name);
 }
 
-// The angles of a line of text in the order they stand, in minutes of arc; S negative.
-std::vector<double> Angles(const QString& line) {
+// The angles of a line of text in the order they stand, in minutes of arc. A declination
+// names its hemisphere only where the page prints it; below, the column's last name holds,
+// kept in `signs` by column (S negative).
+std::vector<double> Angles(const QString& line, std::map<int, double>& signs) {
     static const QRegularExpression angle(R"((\d+)° (\d\d)'\.(\d)( [NS])?)");
     std::vector<double> out;
     for (auto it = angle.globalMatch(line); it.hasNext();) {
         const auto m = it.next();
-        double v = m.captured(1).toInt() * 60.0 + m.captured(2).toInt() + m.captured(3).toInt() / 10.0;
-        out.push_back(m.captured(4) == " S" ? -v : v);
+        double& sign = signs.try_emplace(static_cast<int>(out.size()), 1.0).first->second;
+        if (!m.captured(4).isEmpty()) sign = m.captured(4) == " S" ? -1.0 : 1.0;
+        out.push_back(sign * (m.captured(1).toInt() * 60.0 + m.captured(2).toInt() +
+                              m.captured(3).toInt() / 10.0));
     }
     return out;
 }
@@ -66,10 +71,11 @@ TEST(AlmanacPrint, AnOpeningReadBackAgreesWithThePageToThePrintedUnit) {
 
     cAlmanac a;
     a.MyJD(jd);
-    static const QRegularExpression hourRow(R"(^\s*(?:\d+\s+)?(\d\d)\s+\d+° )");
+    static const QRegularExpression hourRow(R"(^\s*(?:\S+\s+)?(\d\d)\s+\d+° )");
     int leftRows = 0, rightRows = 0, stars = 0;
     for (int side = 0; side < 2; ++side) {
         int hour = -1;
+        std::map<int, double> signs;
         for (const QString& line : pages[side].split('\n')) {
             const auto m = hourRow.match(line);
             if (!m.hasMatch()) continue;
@@ -77,7 +83,7 @@ TEST(AlmanacPrint, AnOpeningReadBackAgreesWithThePageToThePrintedUnit) {
             const int h = m.captured(1).toInt();
             hour = (hour < 0) ? h : hour + 1;
             ASSERT_EQ(hour % 24, h) << line.toStdString();
-            const std::vector<double> v = Angles(line);
+            const std::vector<double> v = Angles(line, signs);
             if (side == 0) {
                 // Aries, then GHA and Dec of four planets, then (while they last) a star.
                 ASSERT_GE(v.size(), 9u) << line.toStdString();
