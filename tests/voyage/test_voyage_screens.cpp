@@ -143,6 +143,13 @@ TEST_F(VoyageScreens, APassageTypedIntoAnEmptyPlan) {
     EXPECT_TRUE(wp[4].Row_Valid);
     Expect_Screen_Shows_Plan(v);
 
+    // The heading's menu brings back the hidden columns of the other fixed speeds.
+    v->Menu_Chooser = [](const std::vector<std::string>& items) { return items.back(); };
+    v->Grid().Scroll_To_Position(0);
+    QTest::mouseClick(client, Qt::RightButton, {}, Centre(v->Grid().Heading_On_Screen(0)));
+    EXPECT_EQ(v->Last_Menu.back(), "Insert Column/TTG 7.0 Kts");
+    EXPECT_TRUE(v->Grid().MyColmVisible[navplan_col::FixedTtg3]);
+
     // Remarks on a line of their own under each way point.
     v->Menu_PopUp("Display Remarks");
     Type(v, 3, navplan_col::Description, "Bishop Rock abeam");
@@ -270,7 +277,20 @@ TEST_F(VoyageScreens, ClocksAcrossTheDateLine) {
         }
     EXPECT_GT(red, 5);
     Save_Png(c->Picture(), "voyage", "clocks_date_line");
-    Save_Png(Open_Voyage()->Picture(), "voyage", "voyage_clock_changes");
+
+    // On Voyage each change stands in its row's Description and Ship Time cells.
+    cNavPlan* v = Open_Voyage();
+    int seen = 0;
+    for (size_t i = 0; i < v->Page().Lines.size(); ++i) {
+        const Way_Point& p = Voyage.Way_Points[static_cast<size_t>(v->Page().Lines[i].Row)];
+        if (p.Description.empty()) continue;
+        EXPECT_EQ(v->Grid().MyDataLabels[navplan_col::Description][i], p.Description);
+        EXPECT_EQ(v->Grid().MyDataLabels[navplan_col::ShipTime][i],
+                  p.Description.substr(p.Description.find(": ") + 2));
+        ++seen;
+    }
+    EXPECT_EQ(seen, 2);
+    Save_Png(v->Picture(), "voyage", "voyage_clock_changes");
 }
 
 }  // namespace
