@@ -382,8 +382,7 @@ void cNavPlan::Menu_PopUp(const std::string& caption) {
 std::pair<std::string, std::string> cNavPlan::Hot_Spot_Text(int32_t x, int32_t y) const {
     const bool none = !Voyage.Any_Way_Point_In_Use();
     if (etd_.MyFrame.Contains(x, y))
-        return none ? std::pair<std::string, std::string>{navplan_text::EtdDisabled, ""}
-                    : std::pair<std::string, std::string>{"Main ETD", ""};
+        return {none ? navplan_text::EtdDisabled : "", ""};
     if (eta_.MyFrame.Contains(x, y))
         return none ? std::pair<std::string, std::string>{navplan_text::EtaDisabled, ""}
                     : std::pair<std::string, std::string>{navplan_text::MainEtaHint,
