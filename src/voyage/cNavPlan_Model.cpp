@@ -200,16 +200,17 @@ double NavPlan_Typed_Eta(double value, double near, int32_t zoneMinutes) {
     if (day < 1) day = d.wDay;
     double best = 0;
     double bestGap = -1;
-    // The typed day in the month before, the month of `near` and the month after.
-    for (int32_t step = -1; step <= 1; ++step) {
+    // The typed day in the months round that of `near` (two each way, for a day that a
+    // short month lacks).
+    for (int32_t step = -2; step <= 2; ++step) {
         MySystemTime m = d;
         int32_t month = d.wMonth + step;
         int32_t year = d.wYear;
         if (month < 1) {
-            month = 12;
+            month += 12;
             --year;
         } else if (month > 12) {
-            month = 1;
+            month -= 12;
             ++year;
         }
         if (year == 0) year = step < 0 ? -1 : 1;

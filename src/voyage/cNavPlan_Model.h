@@ -109,8 +109,8 @@ bool NavPlan_Clear_Cell(VoyagePlan& plan, const NavPlan_Line& line, int32_t colu
 std::vector<std::string> NavPlan_Row_Menu(const VoyagePlan& plan, int32_t row, bool remarks);
 
 // An ETA typed as day of the month, hours and minutes (`value` days) in the zone of
-// `zoneMinutes`, placed in the month of `near` (UT) or the month next to it, whichever
-// comes closest to `near`. The moment in UT.
+// `zoneMinutes`, placed in whichever month round that of `near` (UT) brings it closest to
+// `near`; a day of 0 is the day of `near`. The moment in UT.
 double NavPlan_Typed_Eta(double value, double near, int32_t zoneMinutes);
 
 // The text of the default speed box: "@ " value " Kts".
