@@ -168,13 +168,16 @@ void Menus_Set_For_Screen() {
     f[2].Visible = true;
     f[2].Caption = kSeparator;
     f[9].Caption = "&Print";
+    f[9].Enabled = true;
 
     const bool byPlan = Settings.PositionMethod == 2;
     const std::string& key = Shell.ScreenName;
     if (key == screen_key::Lunations) {
         f[1].Caption = "&Print Data";
         f[1].Visible = true;
+        f[1].Enabled = true;  // the table of the year prints from here
         f[9].Caption = "Print &Eclipse";
+        f[9].Enabled = false;  // the eclipse window's print is not there yet
     } else if (key == screen_key::Clox) {
         f[1].Caption = "&Calculate Ship Time";
         f[2].Caption = "&Apply to Voyage Plan";
@@ -238,7 +241,7 @@ void File_Menu_Action(int index) {
         if (host) host->Unload_Main();
         return;
     }
-    if (caption == "&Print") {
+    if (caption == "&Print" || caption == "&Print Data") {
         if (Shell.CurrentScreen) Shell.CurrentScreen->mnuPrint();
         return;
     }

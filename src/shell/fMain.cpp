@@ -12,13 +12,23 @@
 #include <QUrl>
 
 #include "settings/File_IO.h"
+#include "settings/OptionsWindow.h"
+#include "shell/HelpPopup.h"
+#include "shell/HelpWindow.h"
+#include "shell/Help_PopUp_Tests.h"
+#include "shell/M_Help.h"
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
+#include "almanac/AlmanacWindow.h"
+#include "printing/cPrint_Book.h"
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "sights/SightsWindow.h"
+#include "stars/FindStarWindow.h"
+#include "stars/PlotStarsWindow.h"
 #include "stars/M_Resources.h"
 #include "voyage/CloxView.h"
 #include "voyage/Gpx_Route.h"
@@ -84,8 +94,12 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     resize(900, 600);
     hook_.SubClass(client_);
     client_->setFocus();
+    client_->setMouseTracking(true);
+    popup_ = std::make_unique<HelpPopup>(client_, fmain_Help_PopUp_Tests);
 
     Reset_Shell(this);
+    // The Voyage and Clocks screens open Options through this.
+    OpenOptions() = Show_Options;
     Shell.Plan = &planFiles_;
     Build_Menus();
     // The settings name the default voyage plan: it is read, or the empty plan made.
@@ -107,6 +121,7 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
 }
 
 fMain::~fMain() {
+    popup_.reset();
     Shell_Closing();
     Shell.Host = nullptr;
     Shell.Plan = nullptr;
@@ -122,6 +137,13 @@ void fMain::Build_Menus() {
         const int index = static_cast<int>(i);
         connect(file_[i], &QAction::triggered, this, [index] { File_Menu_Action(index); });
     }
+    // "Save as PDF..." stands after "&Print": the same pages to a file, with no printer.
+    savePdf_ = new QAction("Save as P&DF...", this);
+    fileMenu_->insertAction(file_[10], savePdf_);
+    connect(savePdf_, &QAction::triggered, this, [] {
+        Kill_Activities();
+        if (Shell.CurrentScreen) Shell.CurrentScreen->mnuSave_PDF();
+    });
     gpxImport_ = new QAction(gpx_text::ImportItem, this);
     gpxExport_ = new QAction(gpx_text::ExportItem, this);
     fileMenu_->insertActions(file_[8], {gpxImport_, gpxExport_});
@@ -134,7 +156,7 @@ void fMain::Build_Menus() {
         planFiles_.Export_Route();
     });
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
-    options_->setEnabled(false);  // the Options dialogue is not part of the program yet
+    connect(options_, &QAction::triggered, this, [this] { mnuOptions_Click(); });
     windowMenu_ = bar->addMenu("    &Screen    ");
     for (size_t i = 0; i < window_.size(); ++i) {
         window_[i] = windowMenu_->addAction(Q(m.mnuWindow[i].Caption));
@@ -147,6 +169,7 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
+    connect(search_, &QAction::triggered, this, [this] { Open_Find_Star_For_Screen(this); });
     for (size_t i = 0; i < undo_.size(); ++i) {
         undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
         const int index = static_cast<int>(i);
@@ -161,7 +184,8 @@ void fMain::Build_Menus() {
     bookMenu_ = bar->addMenu("Print Book");
     for (size_t i = 0; i < book_.size(); ++i) {
         book_[i] = bookMenu_->addAction(Q(m.mnuBook[i].Caption));
-        book_[i]->setEnabled(false);  // the almanac's printed pages come later
+        const int index = static_cast<int>(i);
+        connect(book_[i], &QAction::triggered, this, [this, index] { mnuBook_Click(index); });
     }
     Menus_Changed();
 }
@@ -234,11 +258,48 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
 }
 
 bool fMain::Screen_Available(int windowIndex) {
-    // The six grid screens.
-    return windowIndex >= 0 && windowIndex < kGridScreenCount;
+    // The six grid screens, and the windows of their own that exist.
+    return (windowIndex >= 0 && windowIndex < kGridScreenCount) ||
+           windowIndex == Window_Index_Of(screen_key::Almanac) ||
+           windowIndex == Window_Index_Of(screen_key::PlotStars) ||
+           windowIndex == Window_Index_Of(screen_key::Sights);
 }
 
-void fMain::Open_Separate_Screen(int) {}
+void fMain::Open_Separate_Screen(int windowIndex) {
+    if (windowIndex == Window_Index_Of(screen_key::Almanac)) Show_Almanac();
+    if (windowIndex == Window_Index_Of(screen_key::PlotStars)) Open_Star_Atlas();
+    if (windowIndex == Window_Index_Of(screen_key::Sights)) {
+        // Sights: made on first choice, brought up on the next; it stands beside the grids.
+        if (!sights_) {
+            sights_ = new SightsWindow();
+            sights_->OpenOptions = Show_Options;
+        }
+        sights_->show();
+        sights_->raise();
+        sights_->activateWindow();
+    }
+}
+
+AlmanacWindow* fMain::Show_Almanac() {
+    // Made on first opening at the shared moment, then kept with its own date to the end.
+    if (!almanac_) {
+        almanac_ = std::make_unique<AlmanacWindow>(this);
+        almanac_->Print_Opening = [](AlmanacWindow& w) { Print_Almanac_Opening(w); };
+        almanac_->Start_At(Shell.CurrentJD);
+    }
+    almanac_->show();
+    almanac_->raise();
+    almanac_->activateWindow();
+    return almanac_.get();
+}
+
+void fMain::Update_Sights() {
+    if (sights_) sights_->Force_Update();
+}
+
+SightsWindow* fMain::Sights_Window() const { return sights_; }
+
+void fMain::Update_Atlas() { Update_Star_Atlas(); }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -252,11 +313,32 @@ void fMain::Unload_Main() { close(); }
 
 void fMain::Save_Settings() { Save_User_Dat(); }
 
-bool fMain::Open_Help_File() {
-    const QString path =
-        QDir(QCoreApplication::applicationDirPath()).filePath(shell_text::HelpFileName);
-    if (!QFileInfo::exists(path)) return false;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+bool fMain::Open_Help_File() { return Open_Help_Book(this); }
+
+void fMain::Remove_Help_Popup() {
+    if (popup_) popup_->Remove();
+}
+
+void fMain::Show_Intro_Message() {
+    const std::string key = Shell.ScreenName;
+    if (!Take_Intro_Pending(key)) return;
+    const std::string text = Get_FirstUse_Message(key);
+    if (text.empty()) return;
+    // Modal to the main window; the call does not wait, so start-up goes on behind it.
+    if (intro_) intro_->close();
+    intro_ = new QMessageBox(QMessageBox::NoIcon, kIntroCaption, Q(text), QMessageBox::Ok, this);
+    intro_->setAttribute(Qt::WA_DeleteOnClose);
+    intro_->setWindowModality(Qt::WindowModal);
+    intro_->open();
+    ++Intros_Shown;
+}
+
+void fMain::mnuOptions_Click() {
+    Kill_Activities();
+    Show_Options(this, Shell.ScreenName.empty() ? screen_key::Splash : Shell.ScreenName);
+    // The cursor goes back on a valid cell (Main has none).
+    if (auto* form = dynamic_cast<cGeneralForm*>(Shell.CurrentScreen)) form->Grid().Move_Cursor(0);
+    Repaint();
 }
 
 void fMain::Open_Mail() {
@@ -278,6 +360,12 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    // The exit questions covered the sights: the window goes without asking again.
+    if (sights_) {
+        Shell.SightsChanged = kFalse;
+        delete sights_.data();
+    }
+    Close_Star_Atlas();
     hook_.Release();
     Shut_Down();
 }
@@ -296,10 +384,16 @@ void fMain::SysMsg_MouseUp(int32_t button, int32_t shift, int32_t x, int32_t y) 
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseUp(button, shift, x, y);
 }
 void fMain::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    popup_->Remove();
     client_->setFocus();
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseDown(button, shift, x, y);
 }
 void fMain::SysMsg_MouseMove(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    if (x != mouse::LeaveXY) {
+        popup_->Mouse_Move(x, y);
+    } else {
+        popup_->Remove();
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseMove(button, shift, x, y);
 }
 void fMain::SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) {
@@ -309,7 +403,8 @@ void fMain::SysMsg_Resize(int32_t width, int32_t height) {
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_Resize(width, height);
 }
 void fMain::SysMsg_FocusChange(int32_t active) {
-    // Losing the window ends an edit.
+    // Losing the window ends an edit and removes the help pop-up.
+    if (!active) popup_->Remove();
     if (!active && Shell.Editing) End_Edit(true);
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_FocusChange(active);
 }
@@ -318,6 +413,7 @@ void fMain::SysMsg_hScrollColmShift(int32_t colm) {
 }
 
 void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
+    popup_->Remove();
     if (key == 18) return;  // Alt alone
     // Ctrl+Z and Ctrl+Y: undo and redo, where the menu offers them.
     if ((shift & mouse::Ctrl) && (key == 'Z' || key == 'Y')) {
@@ -328,6 +424,10 @@ void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;
+    if (key == 'F' && (shift & mouse::Ctrl) && Shell.ScreenName == screen_key::AltAz) {
+        Open_Find_Star_For_Screen(this);
+        return;
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyDown(key, shift);
 }
 

@@ -433,7 +433,7 @@ TEST_F(ShellTest, HelpMenu) {
     host.helpExists = false;
     mnuHelp_Click(0);
     EXPECT_EQ(host.asked[1],
-              "File Deleted|\r\nThe Help File, Kelmoran Help.chm has been deleted.\r\n");
+              "File Deleted|\r\nThe Help File, Kelmoran Help.html has been deleted.\r\n");
     EXPECT_FALSE(Shell.Menus.mnuHelp[0].Visible);
     File_Menu_Action(11);
     EXPECT_EQ(host.unloads, 1);
