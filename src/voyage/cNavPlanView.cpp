@@ -379,18 +379,19 @@ void cNavPlan::Menu_PopUp(const std::string& caption) {
 
 // ---------------------------------------------------------------- mouse and keys
 
-std::pair<std::string, std::string> cNavPlan::Hot_Spot_Text(int32_t x, int32_t y) const {
+std::string cNavPlan::Help_Key(int32_t x, int32_t y) const {
     const bool none = !Voyage.Any_Way_Point_In_Use();
-    if (etd_.MyFrame.Contains(x, y))
-        return {none ? navplan_text::EtdDisabled : "", ""};
-    if (eta_.MyFrame.Contains(x, y))
-        return none ? std::pair<std::string, std::string>{navplan_text::EtaDisabled, ""}
-                    : std::pair<std::string, std::string>{navplan_text::MainEtaHint,
-                                                          navplan_text::MainEtaHint2};
-    if (speedBox_.Contains(x, y)) return {plan_text::SpeedSetHint, plan_text::DefaultSpeedHint};
+    if (etd_.MyFrame.Contains(x, y)) return none ? navplan_text::EtdDisabled : "Main ETD";
+    if (eta_.MyFrame.Contains(x, y)) return none ? navplan_text::EtaDisabled : "Main ETA";
+    if (speedBox_.Contains(x, y)) return "Default Speed";
+    if (grid_.Divider_At(x, y) >= 0) return "Drag Colm";
     const int32_t pos = grid_.Heading_At(x, y);
-    if (pos < 0) return {"", ""};
-    return NavPlan_Column_Hint(grid_.MyColmPtr[static_cast<size_t>(pos)]);
+    if (pos < 0 || pos >= static_cast<int32_t>(grid_.MyColmPtr.size())) return {};
+    // A column's words go by its title; the fixed speeds' by their short one.
+    const auto column = static_cast<size_t>(grid_.MyColmPtr[static_cast<size_t>(pos)]);
+    const bool fixed = column >= static_cast<size_t>(navplan_col::FixedEta1) &&
+                       column <= static_cast<size_t>(navplan_col::FixedTtg3);
+    return grid_.MyColmTitles[column][fixed ? 1 : 0];
 }
 
 void cNavPlan::SysMsg_VChange(int32_t pos) {

@@ -301,24 +301,4 @@ std::string Speed_Box_Text(float speed) {
            navplan_text::SpeedSuffix;
 }
 
-std::pair<std::string, std::string> NavPlan_Column_Hint(int32_t column) {
-    using namespace navplan_text;
-    switch (column) {
-        case navplan_col::ID: return {plan_text::IdAlphaHint, plan_text::IdAlphaHint2};
-        case navplan_col::Description: return {DescriptionHint, ""};
-        case navplan_col::Speed: return {plan_text::SpeedHint, ""};
-        case navplan_col::ETA: return {EtaHint, plan_text::LockedRowHint};
-        case navplan_col::TimeToGo: return {TimeToGoHint, ""};
-        case navplan_col::DistToGo: return {DistToGoHint, ""};
-        case navplan_col::MagCo: return {MagCoHint, ""};
-        case navplan_col::ShipTime: return {ShipTimeHint, ""};
-        case navplan_col::LMT: return {LmtHint, ""};
-        default:
-            if (column >= navplan_col::FixedEta1 && column <= navplan_col::FixedTtg3)
-                return {(column - navplan_col::FixedEta1) % 2 ? FixedTtgHint : FixedEtaHint,
-                        FixedSpeedHint};
-            return {"", ""};
-    }
-}
-
 }  // namespace kelmoran

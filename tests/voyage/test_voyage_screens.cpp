@@ -103,7 +103,10 @@ class VoyageScreens : public ::testing::Test {
 TEST_F(VoyageScreens, APassageTypedIntoAnEmptyPlan) {
     cNavPlan* v = Open_Voyage();
     EXPECT_TRUE(Row_Menu(v, 0).empty());  // no menu on a row with no data
+    const QPoint etd = Centre(v->EtdDates().MyFrame);
+    EXPECT_EQ(v->Help_Key(etd.x(), etd.y()), "ETD Disabled");
     Type_Passage(v);
+    EXPECT_EQ(v->Help_Key(etd.x(), etd.y()), "Main ETD");
     const auto& wp = Voyage.Way_Points;
     EXPECT_NEAR(wp[3].Lat, (38 + 32 / 60.0) * kDeg, 1e-9);
     EXPECT_NEAR(wp[3].Long, -(28 + 38 / 60.0) * kDeg, 1e-9);
@@ -117,7 +120,7 @@ TEST_F(VoyageScreens, APassageTypedIntoAnEmptyPlan) {
     // locked one change speed, and the plan arrives then.
     std::vector<std::string> menu = Row_Menu(v, 2);
     EXPECT_EQ(menu, (std::vector<std::string>{"Insert Row", "Delete Row", "Clear Way Point",
-                                              "Lock", "Hide", "Display Remarks"}));
+                                              "Lock", "Hide", "Display Remarks", "Speed Options"}));
     v->Menu_PopUp("Lock");
     EXPECT_TRUE(wp[2].Row_Locked);
     EXPECT_EQ(v->Grid().MyDataLabels[navplan_col::ETA][2].substr(0, 3), " * ");
