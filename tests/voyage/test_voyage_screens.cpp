@@ -25,14 +25,15 @@ using voyage_test::kDeg;
 class VoyageScreens : public ::testing::Test {
   protected:
     void SetUp() override {
-        TZ_Bias = 0;
-        Settings.AutoTimeZone = 0;
-        Settings.PositionMethod = 0;
-        Settings.DefaultPlanFile.clear();
         dir = QDir(KELMORAN_BINARY_DIR).filePath("voyage/files");
         QDir(dir).removeRecursively();
         QDir().mkpath(dir);
         w = std::make_unique<fMain>();
+        // Greenwich, fixed position, no default plan, whatever the settings file held.
+        TZ_Bias = 0;
+        Settings.AutoTimeZone = 0;
+        Settings.PositionMethod = 0;
+        Settings.DefaultPlanFile.clear();
         w->resize(1100, 640);
         w->show();
         QApplication::processEvents();
@@ -45,7 +46,12 @@ class VoyageScreens : public ::testing::Test {
             return chosen;
         };
     }
-    void TearDown() override { w.reset(); }
+    void TearDown() override {
+        // The settings are written back at exit: leave none of this test's in them.
+        Settings.PositionMethod = 0;
+        Settings.DefaultPlanFile.clear();
+        w.reset();
+    }
 
     cNavPlan* Open_Voyage() {
         w->Window_Action(5)->trigger();
