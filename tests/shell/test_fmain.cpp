@@ -38,7 +38,7 @@ TEST(fMain, MenuBarHasEveryEntryWithItsCaption) {
     EXPECT_TRUE(w.Reset_Time_Action()->isEnabled());
     EXPECT_FALSE(w.Undo_Action(0)->isEnabled());
     EXPECT_EQ(w.Help_Action(4)->text(), "&Version Info");
-    // Every screen is offered.
+    // Every screen of the menu can be opened.
     EXPECT_EQ(w.Window_Action(0)->text(), "&AltAz");
     EXPECT_TRUE(w.Window_Action(0)->isEnabled());
     EXPECT_TRUE(w.Window_Action(1)->isEnabled());  // Clocks
