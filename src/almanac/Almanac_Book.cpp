@@ -301,35 +301,32 @@ std::vector<PagePicture> Monthly_Stars_Pages(int32_t year, bool julian) {
     for (const MainStarRow& s : MainStars)
         if (s.Star > 0) stars.push_back(&s);
     std::vector<PagePicture> pages;
-    // Six months to a page: SHA and Dec of each star on the first of the month.
-    for (int32_t half = 0; half < 2; ++half) {
-        BookPage page("STARS, " + std::to_string(year) + (half == 0 ? " JANUARY - JUNE" : " JULY - DECEMBER"),
+    // Four months to a page: SHA and Dec of each star on the first of the month.
+    static constexpr std::array<const char*, 3> kSpans = {" JANUARY - APRIL", " MAY - AUGUST",
+                                                          " SEPTEMBER - DECEMBER"};
+    for (int32_t part = 0; part < 3; ++part) {
+        BookPage page("STARS, " + std::to_string(year) + kSpans[part],
                       "SHA and Dec on the first of each month, 0h UT");
-        std::vector<int32_t> w = {88};
+        std::vector<int32_t> w = {96};
         std::vector<std::string> top = {"Name"}, bottom = {""};
-        for (int32_t m = half * 6; m < half * 6 + 6; ++m) {
-            w.push_back(48);
-            w.push_back(64);
+        for (int32_t m = part * 4; m < part * 4 + 4; ++m) {
+            w.push_back(76);
+            w.push_back(82);
             top.push_back(Month_Short_Name(m + 1));
             top.push_back("");
             bottom.push_back("SHA");
             bottom.push_back("Dec");
         }
-        int32_t y = page.Head(kMargin - 24, kHeadTop, w, top, bottom);
+        int32_t y = page.Head(kMargin, kHeadTop, w, top, bottom);
         for (size_t i = 0; i < stars.size(); ++i) {
-            std::vector<std::string> cells = {stars[i]->Name};
-            for (int32_t m = half * 6; m < half * 6 + 6; ++m) {
+            page.Text(kMargin, y, w[0], 15, stars[i]->Name, PageFont::Value, PageAlign::Left);
+            int32_t x = kMargin + w[0];
+            for (int32_t m = part * 4; m < part * 4 + 4; ++m) {
                 double ra = 0.0, dec = 0.0;
                 Calc_Star_Place(stars[i]->Star, ra, dec, firsts[m]);
-                const double sha = Reduce_2Pi(kTwoPi - ra) * kArcminPerRadian;
-                cells.push_back(Arc_Text(sha));
-                cells.push_back(Format_Lat(dec, 1, true));
-            }
-            page.Text(kMargin - 24, y, w[0], 15, cells[0], PageFont::Value, PageAlign::Left);
-            int32_t x = kMargin - 24 + w[0];
-            for (size_t c = 1; c < cells.size(); ++c) {
-                page.Text(x, y, w[c] - 2, 15, cells[c]);
-                x += w[c];
+                page.Text(x, y, w[1] - 6, 15, Arc_Text(Reduce_2Pi(kTwoPi - ra) * kArcminPerRadian));
+                page.Text(x + w[1], y, w[2] - 6, 15, Format_Lat(dec, 1, true));
+                x += w[1] + w[2];
             }
             y += 15 + (i % 5 == 4 ? 3 : 0);
         }

@@ -52,7 +52,7 @@ std::vector<PagePicture> Moon_Correction_Pages();
 double Moon_Altitude_Correction(double ha, double hp, bool upperLimb);
 
 // The navigational stars' SHA and Dec on the first of each month of `year`, in the
-// calendar `julian`.
+// calendar `julian`: four months to a page.
 std::vector<PagePicture> Monthly_Stars_Pages(int32_t year, bool julian);
 
 // The title page of a year's almanac and its contents, from the titles and first pages of

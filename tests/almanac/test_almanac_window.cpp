@@ -1,6 +1,6 @@
 // The Almanac window, driven with real keys and looked at as a picture: its own date, Tab
-// and the arrows between the fields, stepping across a month's end, and an opening whose
-// every text fits the box the layout gives it.
+// and the arrows between the fields, stepping across a month's end; and pages of the
+// almanac and its book whose every text fits the box the layout gives it.
 #include <gtest/gtest.h>
 
 #include <QFontMetricsF>
@@ -8,6 +8,7 @@
 
 #include "../shell/Ui_Screens.h"
 #include "almanac/AlmanacWindow.h"
+#include "almanac/Almanac_Book.h"
 #include "shell/M_Edit.h"
 
 namespace kelmoran {
@@ -80,26 +81,34 @@ TEST(AlmanacWindow, KeysStepTheDateAndTheWindowKeepsItsOwn) {
     w->close();
 }
 
-// No text of either page runs out of its box: nothing is clipped or overlaps its
-// neighbour, whatever the figures of the day.
+// No text of a page runs out of its box: nothing is clipped or overlaps its neighbour,
+// whatever the figures of the day; the daily pages of three moments and every kind of
+// page of the book.
 TEST(AlmanacWindow, EveryTextFitsItsBox) {
+    auto expect_fits = [](const PagePicture& page) {
+        for (const PageText& t : page.Texts) {
+            QFont f("DejaVu Serif");
+            f.setPixelSize(t.Font == PageFont::Title ? 15 : t.Font == PageFont::Heading ? 12 : 11);
+            f.setBold(t.Font == PageFont::Title || t.Font == PageFont::Heading);
+            f.setItalic(t.Font == PageFont::Label);
+            EXPECT_LE(QFontMetricsF(f).horizontalAdvance(Q(t.Text)), t.W + 0.5)
+                << t.Text << " at " << t.X << "," << t.Y;
+            EXPECT_LE(t.X + t.W, page.Width) << t.Text;
+            EXPECT_LE(t.Y + t.H, page.Height) << t.Text;
+        }
+    };
     AlmanacWindow w;
     for (double jd : {k29Nov2026, -36524.5 /* 1900 Jan 1 */, 146096.5 /* 2400 Jan 1 */}) {
         w.Start_At(jd);
-        for (const PagePicture* page : {&w.Left_Page(), &w.Right_Page()}) {
-            EXPECT_GT(page->Texts.size(), 600u);
-            for (const PageText& t : page->Texts) {
-                QFont f("DejaVu Serif");
-                f.setPixelSize(t.Font == PageFont::Title ? 15 : t.Font == PageFont::Heading ? 12 : 11);
-                f.setBold(t.Font == PageFont::Title || t.Font == PageFont::Heading);
-                f.setItalic(t.Font == PageFont::Label);
-                EXPECT_LE(QFontMetricsF(f).horizontalAdvance(Q(t.Text)), t.W + 0.5)
-                    << t.Text << " at " << t.X << "," << t.Y;
-                EXPECT_LE(t.X + t.W, page->Width) << t.Text;
-                EXPECT_LE(t.Y + t.H, page->Height) << t.Text;
-            }
-        }
+        EXPECT_GT(w.Left_Page().Texts.size(), 600u);
+        expect_fits(w.Left_Page());
+        expect_fits(w.Right_Page());
     }
+    std::vector<PagePicture> book = {Dip_Page(), Increments_Page(59), Book_Title_Page(2026),
+                                     Book_Contents_Page(2026, {{"Daily pages", 4}})};
+    for (auto part : {Refraction_Pages(), Moon_Correction_Pages(), Monthly_Stars_Pages(2026, false)})
+        book.insert(book.end(), part.begin(), part.end());
+    for (const PagePicture& page : book) expect_fits(page);
 }
 
 }  // namespace
