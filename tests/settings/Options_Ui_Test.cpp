@@ -4,12 +4,17 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QListWidget>
+#include <QMessageBox>
 #include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
 
 #include "ephemeris/Units.h"
 #include "settings/Options.h"
 #include "settings/OptionsWindow.h"
 #include "shell/HelpPopup.h"
+#include "shell/HelpWindow.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Help.h"
 #include "shell/SplashScreen.h"
@@ -278,6 +283,39 @@ TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
         Open_Screen(w, 0);
         EXPECT_EQ(w.Intros_Shown, 1);
     }
+}
+
+TEST(HelpBook, ShowOpensTheBookAndAMissingBookHidesShow) {
+    Help_Book_Folder = KELMORAN_SOURCE_DIR "/help";
+    fMain w;
+    w.Help_Action(0)->trigger();
+    HelpWindow* book = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (auto* h = qobject_cast<HelpWindow*>(top); h && h->isVisible()) book = h;
+    ASSERT_NE(book, nullptr);
+    EXPECT_EQ(book->Browser()->documentTitle(), "Kelmoran Help");
+    EXPECT_GE(book->Contents()->count(), 14);  // one page a screen and dialogue, and more
+    Save_Png(book->grab().toImage(), "options", "help_book");
+    // A word of another page: the contents keep the pages that have it.
+    EXPECT_TRUE(book->Search("Hipparcos"));
+    int shown = 0;
+    for (int i = 0; i < book->Contents()->count(); ++i) shown += !book->Contents()->item(i)->isHidden();
+    EXPECT_GE(shown, 1);
+    EXPECT_LT(shown, book->Contents()->count());
+    book->close();
+
+    Help_Book_Folder = "/nonexistent/help";
+    std::string seen;
+    QTimer::singleShot(0, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            seen = box->windowTitle().toStdString() + "|" + box->text().toStdString();
+            box->accept();
+        }
+    });
+    w.Help_Action(0)->trigger();
+    EXPECT_EQ(seen, "File Deleted|\r\nThe Help File, Kelmoran Help.html has been deleted.\r\n");
+    EXPECT_FALSE(w.Help_Action(0)->isVisible());
+    Help_Book_Folder.clear();
 }
 
 }  // namespace
