@@ -259,9 +259,7 @@ class Tb_Colms : public OptionsTab {
 
   private:
     void CarryLabel(QPainter& p) {
-        p.setOpacity(0.8);
         p.drawImage(at_, carry_);
-        p.setOpacity(1.0);
         p.setPen(QPen(Qt::black, 1, Qt::DotLine));
         p.drawRect(QRect(at_, carry_.size()).adjusted(0, 0, -1, -1));
     }

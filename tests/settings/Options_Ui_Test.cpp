@@ -102,6 +102,48 @@ TEST_F(OptionsUi, EachScreenShowsItsTabsAndEveryTabPaints) {
     }
 }
 
+TEST_F(OptionsUi, AColumnCarriedByTheRightButtonTakesItsNewPlace) {
+    auto* altaz = Open_Screen(main, 0);
+    ASSERT_NE(altaz, nullptr);
+    OptionsWindow w(&main, "AltAz", "Columns");
+    w.show();
+    const std::vector<ColumnLine> before = Columns_List(altaz->Grid());
+    const QPoint from = Centre(Hot(w, "Columns", 0)), to = Centre(Hot(w, "Columns", 2));
+    QTest::mousePress(w.Canvas(), Qt::RightButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, to, w.Canvas()->mapToGlobal(to), Qt::NoButton,
+                     Qt::RightButton, Qt::NoModifier);
+    QApplication::sendEvent(w.Canvas(), &move);
+    Save_Png(w.Canvas()->grab().toImage(), "options", "AltAz_Columns_carry");
+    QTest::mouseRelease(w.Canvas(), Qt::RightButton, {}, to);
+    const std::vector<ColumnLine> after = Columns_List(altaz->Grid());
+    ASSERT_EQ(after.size(), before.size());
+    EXPECT_EQ(after[2].Column, before[0].Column);
+    EXPECT_EQ(after[0].Column, before[1].Column);
+    EXPECT_EQ(altaz->Grid().MyColmPtr[2], before[0].Column);  // the grid shows the new order
+    w.Cancel_Click();
+    EXPECT_EQ(Columns_List(altaz->Grid())[0].Column, before[0].Column);
+}
+
+TEST_F(OptionsUi, TheStripsTimeZoneItemOpensTheTimeTabWithUpdatesHeld) {
+    auto* splash = dynamic_cast<SplashScreen*>(main.Current_Ui_Screen());
+    ASSERT_NE(splash, nullptr);
+    splash->MyDates().Menu_Chooser = [](const std::vector<std::string>& c) { return c.back(); };
+    std::string tab;
+    int16_t freeze = 0;
+    QTimer::singleShot(0, [&] {
+        if (auto* o = qobject_cast<OptionsWindow*>(QApplication::activeModalWidget())) {
+            tab = o->Tab()->Name();
+            freeze = Shell.UpdateFreeze;
+            o->OK_Click();
+        }
+    });
+    QTest::mouseClick(main.Client(), Qt::RightButton, {},
+                      Centre(splash->MyDates().MyLMTlabel));
+    EXPECT_EQ(tab, "Time");
+    EXPECT_NE(freeze, 0);
+    EXPECT_EQ(Shell.UpdateFreeze, 0);
+}
+
 TEST_F(OptionsUi, ObserverUnitsRefusalsAndCancelOfThreeTabs) {
     Settings.UseMetres = kTrue;
     Settings.HtOfEye = 3.0f;
