@@ -84,6 +84,8 @@ public:
     // "&Print" and "Print &Eclipse" of the File menu.
     virtual void mnuPrint() = 0;
     virtual void mnuPrint_Eclipse() {}
+    // "Save as PDF...": the pages of "&Print" to a file chosen in a file dialogue.
+    virtual void mnuSave_PDF() {}
 };
 
 // The answers and buttons of a message box.

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "printing/cPrint_Gateway.h"
 #include "settings/SettingsRecord.h"
 #include "shell/cGeneralForm.h"
 #include "shell/cMainForm.h"
@@ -92,27 +93,38 @@ bool SplashScreen::Line_At(int32_t x, int32_t y, bool& moonBlock, size_t& index,
 
 void SplashScreen::Draw_Block(QPainter& p, const std::vector<MainLine>& lines, int32_t left,
                               int32_t top, int32_t width) const {
-    const DrawingObjects& d = Drawing();
+    Draw_Main_Block(p, lines, QRect(left, top, width, kMainRowHeight), 12, Drawing().Bold,
+                    Drawing().Normal);
+}
+
+int32_t Draw_Main_Block(QPainter& p, const std::vector<MainLine>& lines, const QRect& first,
+                        int32_t indent, const QFont& bold, const QFont& normal) {
+    const int32_t left = first.left(), width = first.width(), lineHeight = first.height();
     const int32_t valueLeft = left + width * 11 / 20;
-    int32_t y = top;
+    int32_t y = first.top();
     for (const MainLine& line : lines) {
         const bool heading = line.Value.empty();
-        QFont label = d.Bold;
+        QFont label = bold;
         label.setUnderline(heading);
         p.setFont(label);
         p.setPen(Qt::black);
         // The rows under a heading stand in from it.
-        const int32_t indent = heading ? 0 : 12;
-        p.drawText(QRect(left + indent, y, valueLeft - left - indent, kMainRowHeight),
+        const int32_t in = heading ? 0 : indent;
+        p.drawText(QRect(left + in, y, valueLeft - left - in, lineHeight),
                    Qt::AlignLeft | Qt::AlignVCenter, Q(line.Label));
         if (!heading) {
-            p.setFont(d.Normal);
+            p.setFont(normal);
             p.setPen(line.Value == cMainForm::kDRError ? Qt::red : Qt::black);
-            p.drawText(QRect(valueLeft, y, left + width - valueLeft, kMainRowHeight),
+            p.drawText(QRect(valueLeft, y, left + width - valueLeft, lineHeight),
                        Qt::AlignLeft | Qt::AlignVCenter, Q(line.Value));
         }
-        y += kMainRowHeight;
+        y += lineHeight;
     }
+    return y;
 }
+
+void SplashScreen::mnuPrint() { Print_Main_Page(page_, myJD_, false, window_); }
+
+void SplashScreen::mnuSave_PDF() { Print_Main_Page(page_, myJD_, true, window_); }
 
 }  // namespace kelmoran

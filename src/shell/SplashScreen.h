@@ -3,6 +3,7 @@
 // passage, sunset) and the Moon's block, painted on the screen's off-screen picture.
 #pragma once
 
+#include <QPainter>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ class SplashScreen : public DateStripScreen {
     void Menu_PopUp(const std::string&) override {}
     void Restore_Layout() override {}
     void Kill_Activities(const CursorState&) override {}
+    void mnuPrint() override;
+    void mnuSave_PDF() override;
     void Resize(QSize size) override;
 
     // SysMsgSink: the mouse, the wheel and the keys of the main window.
@@ -39,5 +42,12 @@ class SplashScreen : public DateStripScreen {
 
     MainPage page_;
 };
+
+// One block of Main's page, on the screen or a printed page: a line of `first`'s height
+// from `first`'s top, each label in `bold` (a heading underlined, the lines under it in by
+// `indent`) and its value in `normal` from eleven twentieths of the width. Returns the
+// foot of the block.
+int32_t Draw_Main_Block(QPainter& p, const std::vector<MainLine>& lines, const QRect& first,
+                        int32_t indent, const QFont& bold, const QFont& normal);
 
 }  // namespace kelmoran

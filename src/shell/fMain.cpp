@@ -20,12 +20,21 @@
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
+#include "almanac/AlmanacWindow.h"
+#include "printing/cPrint_Book.h"
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "sights/SightsWindow.h"
+#include "stars/FindStarWindow.h"
+#include "stars/PlotStarsWindow.h"
 #include "stars/M_Resources.h"
+#include "voyage/CloxView.h"
+#include "voyage/Gpx_Route.h"
+#include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
+#include "voyage/cNavPlanView.h"
 #include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
@@ -89,6 +98,9 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     popup_ = std::make_unique<HelpPopup>(client_, fmain_Help_PopUp_Tests);
 
     Reset_Shell(this);
+    // The Voyage and Clocks screens open Options through this.
+    OpenOptions() = Show_Options;
+    Shell.Plan = &planFiles_;
     Build_Menus();
     // The settings name the default voyage plan: it is read, or the empty plan made.
     const double now = Calc_JD(Now_UTC(), false);
@@ -112,6 +124,7 @@ fMain::~fMain() {
     popup_.reset();
     Shell_Closing();
     Shell.Host = nullptr;
+    Shell.Plan = nullptr;
 }
 
 void fMain::Build_Menus() {
@@ -124,6 +137,24 @@ void fMain::Build_Menus() {
         const int index = static_cast<int>(i);
         connect(file_[i], &QAction::triggered, this, [index] { File_Menu_Action(index); });
     }
+    // "Save as PDF..." stands after "&Print": the same pages to a file, with no printer.
+    savePdf_ = new QAction("Save as P&DF...", this);
+    fileMenu_->insertAction(file_[10], savePdf_);
+    connect(savePdf_, &QAction::triggered, this, [] {
+        Kill_Activities();
+        if (Shell.CurrentScreen) Shell.CurrentScreen->mnuSave_PDF();
+    });
+    gpxImport_ = new QAction(gpx_text::ImportItem, this);
+    gpxExport_ = new QAction(gpx_text::ExportItem, this);
+    fileMenu_->insertActions(file_[8], {gpxImport_, gpxExport_});
+    connect(gpxImport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Import_Route();
+    });
+    connect(gpxExport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Export_Route();
+    });
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
     connect(options_, &QAction::triggered, this, [this] { mnuOptions_Click(); });
     windowMenu_ = bar->addMenu("    &Screen    ");
@@ -138,7 +169,12 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
-    for (size_t i = 0; i < undo_.size(); ++i) undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+    connect(search_, &QAction::triggered, this, [this] { Open_Find_Star_For_Screen(this); });
+    for (size_t i = 0; i < undo_.size(); ++i) {
+        undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(undo_[i], &QAction::triggered, this, [index] { mnuUndo_Click(index); });
+    }
     helpMenu_ = bar->addMenu("    &Help    ");
     for (size_t i = 0; i < help_.size(); ++i) {
         help_[i] = helpMenu_->addAction(Q(m.mnuHelp[i].Caption));
@@ -148,7 +184,8 @@ void fMain::Build_Menus() {
     bookMenu_ = bar->addMenu("Print Book");
     for (size_t i = 0; i < book_.size(); ++i) {
         book_[i] = bookMenu_->addAction(Q(m.mnuBook[i].Caption));
-        book_[i]->setEnabled(false);  // the almanac's printed pages come later
+        const int index = static_cast<int>(i);
+        connect(book_[i], &QAction::triggered, this, [this, index] { mnuBook_Click(index); });
     }
     Menus_Changed();
 }
@@ -161,6 +198,9 @@ void fMain::Menus_Changed() {
     Apply(search_, m.mnuSearch);
     for (size_t i = 0; i < undo_.size(); ++i) Apply(undo_[i], m.mnuUndo[i]);
     for (size_t i = 0; i < help_.size(); ++i) Apply(help_[i], m.mnuHelp[i]);
+    const bool voyage = Shell.ScreenName == screen_key::NavPlan;
+    if (gpxImport_) gpxImport_->setVisible(voyage);
+    if (gpxExport_) gpxExport_->setVisible(voyage);
 }
 
 UiScreen* fMain::Current_Ui_Screen() const { return dynamic_cast<UiScreen*>(Shell.CurrentScreen); }
@@ -208,18 +248,58 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
     } else if (key == screen_key::AltAz || key == screen_key::Planets ||
                key == screen_key::Lunations) {
         screen = std::make_unique<cGeneralForm>(key, client_, &hook_);
+    } else if (key == screen_key::NavPlan) {
+        screen = std::make_unique<cNavPlan>(client_, &hook_);
+    } else if (key == screen_key::Clox) {
+        screen = std::make_unique<CloxView>(client_, &hook_);
     }
     if (screen) screen->Resize(client_->size());
     return screen;
 }
 
 bool fMain::Screen_Available(int windowIndex) {
-    // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
-    return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4;
+    // The six grid screens, and the windows of their own that exist.
+    return (windowIndex >= 0 && windowIndex < kGridScreenCount) ||
+           windowIndex == Window_Index_Of(screen_key::Almanac) ||
+           windowIndex == Window_Index_Of(screen_key::PlotStars) ||
+           windowIndex == Window_Index_Of(screen_key::Sights);
 }
 
-void fMain::Open_Separate_Screen(int) {}
+void fMain::Open_Separate_Screen(int windowIndex) {
+    if (windowIndex == Window_Index_Of(screen_key::Almanac)) Show_Almanac();
+    if (windowIndex == Window_Index_Of(screen_key::PlotStars)) Open_Star_Atlas();
+    if (windowIndex == Window_Index_Of(screen_key::Sights)) {
+        // Sights: made on first choice, brought up on the next; it stands beside the grids.
+        if (!sights_) {
+            sights_ = new SightsWindow();
+            sights_->OpenOptions = Show_Options;
+        }
+        sights_->show();
+        sights_->raise();
+        sights_->activateWindow();
+    }
+}
+
+AlmanacWindow* fMain::Show_Almanac() {
+    // Made on first opening at the shared moment, then kept with its own date to the end.
+    if (!almanac_) {
+        almanac_ = std::make_unique<AlmanacWindow>(this);
+        almanac_->Print_Opening = [](AlmanacWindow& w) { Print_Almanac_Opening(w); };
+        almanac_->Start_At(Shell.CurrentJD);
+    }
+    almanac_->show();
+    almanac_->raise();
+    almanac_->activateWindow();
+    return almanac_.get();
+}
+
+void fMain::Update_Sights() {
+    if (sights_) sights_->Force_Update();
+}
+
+SightsWindow* fMain::Sights_Window() const { return sights_; }
+
+void fMain::Update_Atlas() { Update_Star_Atlas(); }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -280,6 +360,12 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    // The exit questions covered the sights: the window goes without asking again.
+    if (sights_) {
+        Shell.SightsChanged = kFalse;
+        delete sights_.data();
+    }
+    Close_Star_Atlas();
     hook_.Release();
     Shut_Down();
 }
@@ -329,9 +415,19 @@ void fMain::SysMsg_hScrollColmShift(int32_t colm) {
 void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
     popup_->Remove();
     if (key == 18) return;  // Alt alone
+    // Ctrl+Z and Ctrl+Y: undo and redo, where the menu offers them.
+    if ((shift & mouse::Ctrl) && (key == 'Z' || key == 'Y')) {
+        if (Edit.Editing) End_Edit(true);
+        mnuUndo_Click(key == 'Z' ? 0 : 1);
+        return;
+    }
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;
+    if (key == 'F' && (shift & mouse::Ctrl) && Shell.ScreenName == screen_key::AltAz) {
+        Open_Find_Star_For_Screen(this);
+        return;
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyDown(key, shift);
 }
 
