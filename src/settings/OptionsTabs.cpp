@@ -291,9 +291,17 @@ class Tb_Colms : public OptionsTab {
                       [](int32_t b) {
                           if (b == mouse::Left) Options_Set_Use_Seconds(!Options_Use_Seconds());
                       });
-        } else if (owner == screen_key::Clox) {
-            hooked("12:00 Position", "Clox");
-            hooked(" Twilights", "Clox");
+        } else if (owner == screen_key::Clox && Options.Grid) {
+            GridModel& grid = *Options.Grid;
+            auto group = [&](const char* caption, const std::vector<int32_t>& columns) {
+                const bool on = Columns_Shown(grid, columns);
+                W.Add_Hot(W.Tick(p, x, y, caption, on), "Clox", [&grid, columns, on](int32_t b) {
+                    if (b == mouse::Left) Columns_Set_Shown(grid, columns, !on);
+                });
+                y += kLine;
+            };
+            group("12:00 Position", kCloxNoonColumns);
+            group(" Twilights", kCloxTwilightColumns);
         } else if (owner == screen_key::NavPlan) {
             hooked("Additional Remarks", "Use Remarks");
         }

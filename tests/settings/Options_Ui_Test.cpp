@@ -88,13 +88,15 @@ TEST_F(OptionsUi, EachScreenShowsItsTabsAndEveryTabPaints) {
             Open_Screen(main, index);
         OptionsWindow w(&main, key, "");
         w.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
         EXPECT_EQ(w.Tab_Names(), tabs) << key;
         for (const std::string& tab : tabs) {
             Open_Tab(w, tab);
             ASSERT_NE(w.Tab(), nullptr);
             EXPECT_EQ(w.Tab()->Name(), tab);
-            if (tab != "Columns" || Shell.ScreenName == key)
+            if (tab != "Columns" || Shell.ScreenName == key) {
                 EXPECT_FALSE(w.Hots().empty()) << key << " " << tab;
+            }
             const std::string name = key + "_" + tab;
             Save_Png(w.Canvas()->grab().toImage(), "options", name.c_str());
         }
@@ -107,6 +109,7 @@ TEST_F(OptionsUi, AColumnCarriedByTheRightButtonTakesItsNewPlace) {
     ASSERT_NE(altaz, nullptr);
     OptionsWindow w(&main, "AltAz", "Columns");
     w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
     const std::vector<ColumnLine> before = Columns_List(altaz->Grid());
     const QPoint from = Centre(Hot(w, "Columns", 0)), to = Centre(Hot(w, "Columns", 2));
     QTest::mousePress(w.Canvas(), Qt::RightButton, {}, from);
@@ -153,6 +156,7 @@ TEST_F(OptionsUi, ObserverUnitsRefusalsAndCancelOfThreeTabs) {
     const int32_t bias = TZ_Bias;
     OptionsWindow w(&main, "Planets", "Observer");
     w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
     QApplication::processEvents();
 
     // Metres to feet changes the text only.
@@ -189,10 +193,42 @@ TEST_F(OptionsUi, ObserverUnitsRefusalsAndCancelOfThreeTabs) {
     EXPECT_EQ(Options_Flags.ObserverChanged, 0);
 }
 
+TEST_F(OptionsUi, VoyageSpeedsAndZonesGoToThePlanAndCancelTakesThemBack) {
+    Voyage.New_Plan(Shell.CurrentJD, 8.0f);
+    const Plan_Header before = Voyage.Header;
+    OptionsWindow w(&main, "NavPlan", "Voy Plan");
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    const int beeps = w.Beeps;
+    ASSERT_EQ(w.Tab()->Name(), "Voy Plan");
+    Click(w, Hot(w, "Default Speed"));
+    EXPECT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Field, "Speed");
+    Type(w, "0");
+    EXPECT_EQ(w.Beeps, beeps + 1);  // below 0.01 knots
+    Click(w, Hot(w, "Default Speed"));
+    Type(w, "7.5");
+    EXPECT_FLOAT_EQ(Voyage.Header.Default_Speed, 7.5f);
+    Click(w, Hot(w, "Speed: Fixed Speeds", 1));
+    Type(w, "12");
+    EXPECT_FLOAT_EQ(Voyage.Header.Fixed_Speed_2, 12.0f);
+    Open_Tab(w, "Times");
+    Click(w, Hot(w, "TZ", 0));  // ETD hours
+    Type(w, "03");
+    EXPECT_EQ(Voyage.Header.ETD_Minutes, 180);
+    Click(w, Hot(w, "Main ETD", 0));  // its sign
+    EXPECT_EQ(Voyage.Header.ETD_Minutes, -180);
+    w.Cancel_Click();
+    EXPECT_EQ(Voyage.Header.Default_Speed, before.Default_Speed);
+    EXPECT_EQ(Voyage.Header.Fixed_Speed_2, before.Fixed_Speed_2);
+    EXPECT_EQ(Voyage.Header.ETD_Minutes, before.ETD_Minutes);
+}
+
 TEST_F(OptionsUi, FilterAltitudeItemReselectsAsTwoPointFive) {
     {
         OptionsWindow w(&main, "Sights", "Filter");
         w.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
         myComboView* alt = w.Tab()->Combos[1];
         Click(w, alt->Box);
         ASSERT_TRUE(alt->ListVisible);
@@ -223,6 +259,7 @@ TEST_F(OptionsUi, ChoosingDRSetsAnUnsetFixTimeAndObserverChangeRecomputesOnlyMai
     Settings.FixTime = 0;
     OptionsWindow w(&main, "Splash", "Position");
     w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
     Click(w, Hot(w, "DR By Co/ Spd"));
     EXPECT_EQ(Settings.PositionMethod, 1);
     EXPECT_EQ(Settings.FixTime, Shell.CurrentJD);
@@ -320,6 +357,8 @@ TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
         fMain w;  // User.Dat exists now
         EXPECT_EQ(w.Intros_Shown, 0);
         OptionsWindow o(&w, "Splash", "Misc");
+        o.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&o));
         Click(o, Hot(o, "Misc", 0));  // "Reinstate Initial Non-Recurring Messages"
         o.OK_Click();
         Open_Screen(w, 0);
