@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QFile>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
@@ -338,10 +338,10 @@ TEST_F(OptionsUi, MainRowPopUpShowsOnceAndGoesOnAClick) {
 }
 
 TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
-    {
-        fMain first;  // makes the folder and, at its end, User.Dat
-    }
-    QFile::remove(QString::fromStdString(User_Dat_Path()));
+    // A home of its own: the suites that run beside this one keep their User.Dat.
+    QTemporaryDir home;
+    const QByteArray oldHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
     {
         fMain w;  // no User.Dat: a first run
         EXPECT_EQ(w.Intros_Shown, 1);
@@ -364,6 +364,7 @@ TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
         Open_Screen(w, 0);
         EXPECT_EQ(w.Intros_Shown, 1);
     }
+    qputenv("HOME", oldHome);
 }
 
 TEST(HelpBook, ShowOpensTheBookAndAMissingBookHidesShow) {
