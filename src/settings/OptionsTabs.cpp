@@ -51,6 +51,22 @@ void Setup_Combo(myComboView& c, const std::string& name, const Rect& box,
     };
 }
 
+// The hours or minutes of a zone, "00", with its label and the edit it opens (help "TZ");
+// `row` tells the tab which time the edit is for.
+void Two_Digit_Field(OptionsWindow& w, QPainter& p, const Rect& cell, const std::string& cls,
+                     const std::string& field, int32_t v, const char* label, int32_t row) {
+    char text[12];
+    std::snprintf(text, sizeof text, "%02d", v);
+    w.Field(p, cell, text);
+    w.Text(p, cell.Right + 4, cell.Top + 3, label);
+    const std::string t = text;
+    w.Add_Hot(cell, "TZ", [&w, cell, cls, field, v, t, row](int32_t b) {
+        if (b != mouse::Left) return;
+        w.Begin_Field_Edit(cls, field, cell, v, t);
+        Edit.Row = row;
+    });
+}
+
 template <size_t N>
 std::vector<std::string> Lines(const std::array<const char*, N>& texts) {
     return {texts.begin(), texts.end()};
@@ -546,16 +562,7 @@ class Tb_Times : public OptionsTab {
         });
         const int32_t row = eta ? 1 : 0;
         auto number = [&](const Rect& cell, const char* field, int32_t v, const char* label) {
-            char text[12];
-            std::snprintf(text, sizeof text, "%02d", v);
-            W.Field(p, cell, text);
-            W.Text(p, cell.Right + 4, cell.Top + 3, label);
-            const std::string f = field, t = text;
-            W.Add_Hot(cell, "TZ", [this, cell, f, v, t, row](int32_t b) {
-                if (b != mouse::Left) return;
-                W.Begin_Field_Edit("Tb_Voyage", f, cell, v, t);
-                Edit.Row = row;
-            });
+            Two_Digit_Field(W, p, cell, "Tb_Voyage", field, v, label, row);
         };
         number({x + 36, y + 40, x + 76, y + 64}, time_tab_text::HourField, std::abs(zone) / 60, "Hour");
         number({x + 130, y + 40, x + 170, y + 64}, time_tab_text::MinutesField, std::abs(zone) % 60, "Minute");
@@ -595,14 +602,7 @@ class Tb_Time : public OptionsTab {
             Options_Flags.TimeChanged = kTrue;
         });
         auto number = [&](const Rect& cell, const char* field, int32_t v, const char* label) {
-            char text[12];
-            std::snprintf(text, sizeof text, "%02d", v);
-            W.Field(p, cell, text);
-            W.Text(p, cell.Right + 4, cell.Top + 3, label);
-            const std::string f = field, t = text;
-            W.Add_Hot(cell, "TZ", [this, cell, f, v, t](int32_t b) {
-                if (b == mouse::Left) W.Begin_Field_Edit(FieldClass, f, cell, v, t);
-            });
+            Two_Digit_Field(W, p, cell, FieldClass, field, v, label, 0);
         };
         number({x + 172, y, x + 212, y + 26}, HourField, offset_.Hours, "Hours");
         number({x + 270, y, x + 310, y + 26}, MinutesField, offset_.Minutes, "Minutes");
