@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <memory>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -24,6 +25,24 @@ namespace kelmoran {
 namespace {
 
 using namespace ui_test;
+
+// The suite keeps its settings file in a home folder of its own: what its tests set (a
+// zone, units, help levels) must not reach the suites that run beside or after it.
+class PrivateHome : public ::testing::Environment {
+  public:
+    void SetUp() override {
+        dir_ = std::make_unique<QTemporaryDir>();
+        old_ = qgetenv("HOME");
+        qputenv("HOME", dir_->path().toUtf8());
+    }
+    void TearDown() override { qputenv("HOME", old_); }
+
+  private:
+    std::unique_ptr<QTemporaryDir> dir_;
+    QByteArray old_;
+};
+[[maybe_unused]] ::testing::Environment* const kPrivateHome =
+    ::testing::AddGlobalTestEnvironment(new PrivateHome);
 
 // The n-th hot rectangle of the page with help key `key`.
 Rect Hot(const OptionsWindow& w, const std::string& key, int n = 0) {
@@ -338,7 +357,7 @@ TEST_F(OptionsUi, MainRowPopUpShowsOnceAndGoesOnAClick) {
 }
 
 TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
-    // A home of its own: the suites that run beside this one keep their User.Dat.
+    // A fresh home: no User.Dat yet.
     QTemporaryDir home;
     const QByteArray oldHome = qgetenv("HOME");
     qputenv("HOME", home.path().toUtf8());
