@@ -8,6 +8,7 @@
 #include "shell/Grid_Model.h"
 #include "shell/M_Kelmoran.h"
 #include "stars/M_Stars.h"
+#include "voyage/Plan_Undo.h"
 #include "voyage/Position_Methods.h"
 
 namespace kelmoran {
@@ -119,7 +120,13 @@ void Options_Unload() {
         recalc = true;
         for (int16_t& u : Shell.UpToDate) u = kFalse;
     }
-    if (f.PositionMethodChanged && h.Clear_Clox_Current) h.Clear_Clox_Current();
+    if (f.PositionMethodChanged) {
+        if (h.Clear_Clox_Current) {
+            h.Clear_Clox_Current();
+        } else if (Shell.Plan) {
+            Shell.Plan->Clear_Clox_Current();
+        }
+    }
     // The star places are worked out again at the next use.
     if (f.PositionChanged || f.ObserverChanged)
         for (StarPlace& s : StarPlaces) s.JD = Shell.CurrentJD + 1.0e6;
@@ -141,7 +148,16 @@ void Options_Unload() {
     const bool anyChange = f.ColumnsChanged || f.BodiesChanged || f.ObserverChanged ||
                            f.PositionChanged || f.PositionMethodChanged || f.TimeChanged ||
                            f.SpeedsChanged || f.BodyOrIntervalChanged;
-    if (planScreen && anyChange && h.Push_Undo) h.Push_Undo();
+    // One undo state: the plan as it stood when the dialogue opened.
+    if (planScreen && anyChange) {
+        if (h.Push_Undo) {
+            h.Push_Undo();
+        } else if (Shell.ScreenName == screen_key::Clox) {
+            Plan_Undo.Push_Clox_State(Plan_Copy, Shell.ScreenName);
+        } else {
+            Plan_Undo.Push_Plan_State(Plan_Copy, f.SpeedsChanged != 0, Shell.ScreenName);
+        }
+    }
 
     if (owner == screen_key::Sights) {
         if (f.FilterChanged && h.Refilter_Sights) h.Refilter_Sights();
@@ -538,6 +554,21 @@ void Columns_Move(GridModel& grid, int32_t from, int32_t to) {
     listed.erase(listed.begin() + from);
     listed.insert(listed.begin() + to, moved);
     for (size_t i = 0; i < at.size(); ++i) grid.MyColmPtr[at[i]] = listed[i];
+    Regroup(grid);
+}
+
+bool Columns_Shown(const GridModel& grid, const std::vector<int32_t>& columns) {
+    for (int32_t c : columns)
+        if (c < 0 || c >= static_cast<int32_t>(grid.MyColmVisible.size()) ||
+            !grid.MyColmVisible[static_cast<size_t>(c)])
+            return false;
+    return !columns.empty();
+}
+
+void Columns_Set_Shown(GridModel& grid, const std::vector<int32_t>& columns, bool on) {
+    for (int32_t c : columns)
+        if (c >= 0 && c < static_cast<int32_t>(grid.MyColmVisible.size()))
+            grid.MyColmVisible[static_cast<size_t>(c)] = on ? kTrue : kFalse;
     Regroup(grid);
 }
 

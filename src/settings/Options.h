@@ -248,6 +248,12 @@ void Columns_Toggle(GridModel& grid, int32_t line);
 // The carry of a label: line `from` is moved to stand at line `to`.
 void Columns_Move(GridModel& grid, int32_t from, int32_t to);
 void Columns_Set_AutoSize(GridModel& grid, bool on);
+// A group of columns shown together: all of them on show, and showing or hiding them.
+// Clocks: "12:00 Position" is column 1, " Twilights" columns 2 to 4 and 8 to 10.
+bool Columns_Shown(const GridModel& grid, const std::vector<int32_t>& columns);
+void Columns_Set_Shown(GridModel& grid, const std::vector<int32_t>& columns, bool on);
+inline const std::vector<int32_t> kCloxNoonColumns = {1};
+inline const std::vector<int32_t> kCloxTwilightColumns = {2, 3, 4, 8, 9, 10};
 // "Cyrilic Characters for Designations" of AltAz: a 16-bit boolean of the run.
 extern int16_t Use_Cyrillic;
 

@@ -51,6 +51,22 @@ void Setup_Combo(myComboView& c, const std::string& name, const Rect& box,
     };
 }
 
+// The hours or minutes of a zone, "00", with its label and the edit it opens (help "TZ");
+// `row` tells the tab which time the edit is for.
+void Two_Digit_Field(OptionsWindow& w, QPainter& p, const Rect& cell, const std::string& cls,
+                     const std::string& field, int32_t v, const char* label, int32_t row) {
+    char text[12];
+    std::snprintf(text, sizeof text, "%02d", v);
+    w.Field(p, cell, text);
+    w.Text(p, cell.Right + 4, cell.Top + 3, label);
+    const std::string t = text;
+    w.Add_Hot(cell, "TZ", [&w, cell, cls, field, v, t, row](int32_t b) {
+        if (b != mouse::Left) return;
+        w.Begin_Field_Edit(cls, field, cell, v, t);
+        Edit.Row = row;
+    });
+}
+
 template <size_t N>
 std::vector<std::string> Lines(const std::array<const char*, N>& texts) {
     return {texts.begin(), texts.end()};
@@ -259,9 +275,7 @@ class Tb_Colms : public OptionsTab {
 
   private:
     void CarryLabel(QPainter& p) {
-        p.setOpacity(0.8);
         p.drawImage(at_, carry_);
-        p.setOpacity(1.0);
         p.setPen(QPen(Qt::black, 1, Qt::DotLine));
         p.drawRect(QRect(at_, carry_.size()).adjusted(0, 0, -1, -1));
     }
@@ -293,9 +307,17 @@ class Tb_Colms : public OptionsTab {
                       [](int32_t b) {
                           if (b == mouse::Left) Options_Set_Use_Seconds(!Options_Use_Seconds());
                       });
-        } else if (owner == screen_key::Clox) {
-            hooked("12:00 Position", "Clox");
-            hooked(" Twilights", "Clox");
+        } else if (owner == screen_key::Clox && Options.Grid) {
+            GridModel& grid = *Options.Grid;
+            auto group = [&](const char* caption, const std::vector<int32_t>& columns) {
+                const bool on = Columns_Shown(grid, columns);
+                W.Add_Hot(W.Tick(p, x, y, caption, on), "Clox", [&grid, columns, on](int32_t b) {
+                    if (b == mouse::Left) Columns_Set_Shown(grid, columns, !on);
+                });
+                y += kLine;
+            };
+            group("12:00 Position", kCloxNoonColumns);
+            group(" Twilights", kCloxTwilightColumns);
         } else if (owner == screen_key::NavPlan) {
             hooked("Additional Remarks", "Use Remarks");
         }
@@ -540,16 +562,7 @@ class Tb_Times : public OptionsTab {
         });
         const int32_t row = eta ? 1 : 0;
         auto number = [&](const Rect& cell, const char* field, int32_t v, const char* label) {
-            char text[12];
-            std::snprintf(text, sizeof text, "%02d", v);
-            W.Field(p, cell, text);
-            W.Text(p, cell.Right + 4, cell.Top + 3, label);
-            const std::string f = field, t = text;
-            W.Add_Hot(cell, "TZ", [this, cell, f, v, t, row](int32_t b) {
-                if (b != mouse::Left) return;
-                W.Begin_Field_Edit("Tb_Voyage", f, cell, v, t);
-                Edit.Row = row;
-            });
+            Two_Digit_Field(W, p, cell, "Tb_Voyage", field, v, label, row);
         };
         number({x + 36, y + 40, x + 76, y + 64}, time_tab_text::HourField, std::abs(zone) / 60, "Hour");
         number({x + 130, y + 40, x + 170, y + 64}, time_tab_text::MinutesField, std::abs(zone) % 60, "Minute");
@@ -589,14 +602,7 @@ class Tb_Time : public OptionsTab {
             Options_Flags.TimeChanged = kTrue;
         });
         auto number = [&](const Rect& cell, const char* field, int32_t v, const char* label) {
-            char text[12];
-            std::snprintf(text, sizeof text, "%02d", v);
-            W.Field(p, cell, text);
-            W.Text(p, cell.Right + 4, cell.Top + 3, label);
-            const std::string f = field, t = text;
-            W.Add_Hot(cell, "TZ", [this, cell, f, v, t](int32_t b) {
-                if (b == mouse::Left) W.Begin_Field_Edit(FieldClass, f, cell, v, t);
-            });
+            Two_Digit_Field(W, p, cell, FieldClass, field, v, label, 0);
         };
         number({x + 172, y, x + 212, y + 26}, HourField, offset_.Hours, "Hours");
         number({x + 270, y, x + 310, y + 26}, MinutesField, offset_.Minutes, "Minutes");

@@ -59,14 +59,20 @@ OptionsWindow::OptionsWindow(QWidget* parent, const std::string& ownerKey, const
     popup_ = std::make_unique<HelpPopup>(
         canvas_, [this](int32_t x, int32_t y) { return Help_Key_At(x, y); });
 
-    // The calling screen's grid, for the Columns tab.
+    // The calling screen's grid, for the Columns tab, and the Voyage screen's remarks.
     GridModel* grid = nullptr;
-    if (auto* screen = dynamic_cast<cGeneralForm*>(Shell.CurrentScreen);
-        screen && screen->ClassType() == ownerKey)
-        grid = &screen->Grid();
-    if (auto* plan = dynamic_cast<cNavPlan*>(Shell.CurrentScreen);
-        plan && plan->ClassType() == ownerKey)
-        grid = &plan->Grid();
+    Options_Hooks.Tick_Value = nullptr;
+    Options_Hooks.Set_Tick = nullptr;
+    if (Shell.CurrentScreen && Shell.CurrentScreen->ClassType() == ownerKey) {
+        if (auto* form = dynamic_cast<cGeneralForm*>(Shell.CurrentScreen)) grid = &form->Grid();
+        if (auto* plan = dynamic_cast<cNavPlan*>(Shell.CurrentScreen)) {
+            grid = &plan->Grid();
+            Options_Hooks.Tick_Value = [plan](const std::string&) { return plan->Remarks_Shown(); };
+            Options_Hooks.Set_Tick = [plan](const std::string&, bool on) {
+                plan->Menu_PopUp(on ? navplan_text::DisplayRemarks : navplan_text::HideRemarks);
+            };
+        }
+    }
     Options_Open(ownerKey, tab, grid);
     Select_Tab(Options.CurrentTab);
     canvas_->setFocus();
@@ -74,6 +80,8 @@ OptionsWindow::OptionsWindow(QWidget* parent, const std::string& ownerKey, const
 
 OptionsWindow::~OptionsWindow() {
     Release_Controls();
+    Options_Hooks.Tick_Value = nullptr;
+    Options_Hooks.Set_Tick = nullptr;
     hook_.Release();
 }
 

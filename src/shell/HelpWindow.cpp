@@ -101,9 +101,12 @@ HelpWindow::HelpWindow(const QString& contentsPage, QWidget* parent)
 
 void HelpWindow::Fill_Contents() {
     contents_->clear();
-    // The pages in the order of their file names (they begin with their number).
+    // The contents page first, then the pages in the order of their file names (they begin
+    // with their number).
     const QDir dir(folder_);
-    for (const QString& name : dir.entryList({"*.html"}, QDir::Files, QDir::Name)) {
+    QStringList names = dir.entryList({"*.html"}, QDir::Files, QDir::Name);
+    if (names.removeOne(shell_text::HelpFileName)) names.prepend(shell_text::HelpFileName);
+    for (const QString& name : names) {
         const QString path = dir.filePath(name);
         auto* item = new QListWidgetItem(Title_Of(Read_Page(path), name), contents_);
         item->setData(Qt::UserRole, path);

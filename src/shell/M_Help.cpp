@@ -2,7 +2,9 @@
 
 #include <map>
 
+#include "settings/SettingsRecord.h"
 #include "shell/M_Kelmoran.h"
+#include "voyage/Position_Methods.h"
 
 namespace kelmoran {
 
@@ -209,7 +211,11 @@ HelpText Help_Text(const std::string& key) {
 }
 
 std::vector<std::string> Help_Lines(const std::string& key, int32_t level) {
-    const HelpText text = Help_Text(key);
+    HelpText text = Help_Text(key);
+    // Why "D.R. by plan" cannot be chosen now.
+    if (key == "Disabled DR by Plan")
+        text = {HelpKind::Disabled, Position_Popup_Words(Position_Spot::Disabled_DRbyPlan,
+                                                         Settings, Voyage, Shell.CurrentJD)};
     if (text.Lines.empty() || !Shows_At(text.Kind, level)) return {};
     std::vector<std::string> lines;
     for (std::string line : text.Lines) {

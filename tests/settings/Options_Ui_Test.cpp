@@ -3,13 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QFile>
+#include <memory>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
 
 #include "ephemeris/Units.h"
 #include "settings/Options.h"
 #include "settings/OptionsWindow.h"
 #include "shell/HelpPopup.h"
+#include "shell/HelpWindow.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Help.h"
 #include "shell/SplashScreen.h"
@@ -19,6 +25,24 @@ namespace kelmoran {
 namespace {
 
 using namespace ui_test;
+
+// The suite keeps its settings file in a home folder of its own: what its tests set (a
+// zone, units, help levels) must not reach the suites that run beside or after it.
+class PrivateHome : public ::testing::Environment {
+  public:
+    void SetUp() override {
+        dir_ = std::make_unique<QTemporaryDir>();
+        old_ = qgetenv("HOME");
+        qputenv("HOME", dir_->path().toUtf8());
+    }
+    void TearDown() override { qputenv("HOME", old_); }
+
+  private:
+    std::unique_ptr<QTemporaryDir> dir_;
+    QByteArray old_;
+};
+[[maybe_unused]] ::testing::Environment* const kPrivateHome =
+    ::testing::AddGlobalTestEnvironment(new PrivateHome);
 
 // The n-th hot rectangle of the page with help key `key`.
 Rect Hot(const OptionsWindow& w, const std::string& key, int n = 0) {
@@ -83,18 +107,63 @@ TEST_F(OptionsUi, EachScreenShowsItsTabsAndEveryTabPaints) {
             Open_Screen(main, index);
         OptionsWindow w(&main, key, "");
         w.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
         EXPECT_EQ(w.Tab_Names(), tabs) << key;
         for (const std::string& tab : tabs) {
             Open_Tab(w, tab);
             ASSERT_NE(w.Tab(), nullptr);
             EXPECT_EQ(w.Tab()->Name(), tab);
-            if (tab != "Columns" || Shell.ScreenName == key)
+            if (tab != "Columns" || Shell.ScreenName == key) {
                 EXPECT_FALSE(w.Hots().empty()) << key << " " << tab;
+            }
             const std::string name = key + "_" + tab;
             Save_Png(w.Canvas()->grab().toImage(), "options", name.c_str());
         }
         w.Cancel_Click();
     }
+}
+
+TEST_F(OptionsUi, AColumnCarriedByTheRightButtonTakesItsNewPlace) {
+    auto* altaz = Open_Screen(main, 0);
+    ASSERT_NE(altaz, nullptr);
+    OptionsWindow w(&main, "AltAz", "Columns");
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    const std::vector<ColumnLine> before = Columns_List(altaz->Grid());
+    const QPoint from = Centre(Hot(w, "Columns", 0)), to = Centre(Hot(w, "Columns", 2));
+    QTest::mousePress(w.Canvas(), Qt::RightButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, to, w.Canvas()->mapToGlobal(to), Qt::NoButton,
+                     Qt::RightButton, Qt::NoModifier);
+    QApplication::sendEvent(w.Canvas(), &move);
+    Save_Png(w.Canvas()->grab().toImage(), "options", "AltAz_Columns_carry");
+    QTest::mouseRelease(w.Canvas(), Qt::RightButton, {}, to);
+    const std::vector<ColumnLine> after = Columns_List(altaz->Grid());
+    ASSERT_EQ(after.size(), before.size());
+    EXPECT_EQ(after[2].Column, before[0].Column);
+    EXPECT_EQ(after[0].Column, before[1].Column);
+    EXPECT_EQ(altaz->Grid().MyColmPtr[2], before[0].Column);  // the grid shows the new order
+    w.Cancel_Click();
+    EXPECT_EQ(Columns_List(altaz->Grid())[0].Column, before[0].Column);
+}
+
+TEST_F(OptionsUi, TheStripsTimeZoneItemOpensTheTimeTabWithUpdatesHeld) {
+    auto* splash = dynamic_cast<SplashScreen*>(main.Current_Ui_Screen());
+    ASSERT_NE(splash, nullptr);
+    splash->MyDates().Menu_Chooser = [](const std::vector<std::string>& c) { return c.back(); };
+    std::string tab;
+    int16_t freeze = 0;
+    QTimer::singleShot(0, [&] {
+        if (auto* o = qobject_cast<OptionsWindow*>(QApplication::activeModalWidget())) {
+            tab = o->Tab()->Name();
+            freeze = Shell.UpdateFreeze;
+            o->OK_Click();
+        }
+    });
+    QTest::mouseClick(main.Client(), Qt::RightButton, {},
+                      Centre(splash->MyDates().MyLMTlabel));
+    EXPECT_EQ(tab, "Time");
+    EXPECT_NE(freeze, 0);
+    EXPECT_EQ(Shell.UpdateFreeze, 0);
 }
 
 TEST_F(OptionsUi, ObserverUnitsRefusalsAndCancelOfThreeTabs) {
@@ -106,6 +175,7 @@ TEST_F(OptionsUi, ObserverUnitsRefusalsAndCancelOfThreeTabs) {
     const int32_t bias = TZ_Bias;
     OptionsWindow w(&main, "Planets", "Observer");
     w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
     QApplication::processEvents();
 
     // Metres to feet changes the text only.
@@ -142,10 +212,42 @@ TEST_F(OptionsUi, ObserverUnitsRefusalsAndCancelOfThreeTabs) {
     EXPECT_EQ(Options_Flags.ObserverChanged, 0);
 }
 
+TEST_F(OptionsUi, VoyageSpeedsAndZonesGoToThePlanAndCancelTakesThemBack) {
+    Voyage.New_Plan(Shell.CurrentJD, 8.0f);
+    const Plan_Header before = Voyage.Header;
+    OptionsWindow w(&main, "NavPlan", "Voy Plan");
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    const int beeps = w.Beeps;
+    ASSERT_EQ(w.Tab()->Name(), "Voy Plan");
+    Click(w, Hot(w, "Default Speed"));
+    EXPECT_TRUE(Edit.Editing);
+    EXPECT_EQ(Edit.Field, "Speed");
+    Type(w, "0");
+    EXPECT_EQ(w.Beeps, beeps + 1);  // below 0.01 knots
+    Click(w, Hot(w, "Default Speed"));
+    Type(w, "7.5");
+    EXPECT_FLOAT_EQ(Voyage.Header.Default_Speed, 7.5f);
+    Click(w, Hot(w, "Speed: Fixed Speeds", 1));
+    Type(w, "12");
+    EXPECT_FLOAT_EQ(Voyage.Header.Fixed_Speed_2, 12.0f);
+    Open_Tab(w, "Times");
+    Click(w, Hot(w, "TZ", 0));  // ETD hours
+    Type(w, "03");
+    EXPECT_EQ(Voyage.Header.ETD_Minutes, 180);
+    Click(w, Hot(w, "Main ETD", 0));  // its sign
+    EXPECT_EQ(Voyage.Header.ETD_Minutes, -180);
+    w.Cancel_Click();
+    EXPECT_EQ(Voyage.Header.Default_Speed, before.Default_Speed);
+    EXPECT_EQ(Voyage.Header.Fixed_Speed_2, before.Fixed_Speed_2);
+    EXPECT_EQ(Voyage.Header.ETD_Minutes, before.ETD_Minutes);
+}
+
 TEST_F(OptionsUi, FilterAltitudeItemReselectsAsTwoPointFive) {
     {
         OptionsWindow w(&main, "Sights", "Filter");
         w.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
         myComboView* alt = w.Tab()->Combos[1];
         Click(w, alt->Box);
         ASSERT_TRUE(alt->ListVisible);
@@ -176,6 +278,7 @@ TEST_F(OptionsUi, ChoosingDRSetsAnUnsetFixTimeAndObserverChangeRecomputesOnlyMai
     Settings.FixTime = 0;
     OptionsWindow w(&main, "Splash", "Position");
     w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
     Click(w, Hot(w, "DR By Co/ Spd"));
     EXPECT_EQ(Settings.PositionMethod, 1);
     EXPECT_EQ(Settings.FixTime, Shell.CurrentJD);
@@ -254,10 +357,10 @@ TEST_F(OptionsUi, MainRowPopUpShowsOnceAndGoesOnAClick) {
 }
 
 TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
-    {
-        fMain first;  // makes the folder and, at its end, User.Dat
-    }
-    QFile::remove(QString::fromStdString(User_Dat_Path()));
+    // A fresh home: no User.Dat yet.
+    QTemporaryDir home;
+    const QByteArray oldHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
     {
         fMain w;  // no User.Dat: a first run
         EXPECT_EQ(w.Intros_Shown, 1);
@@ -273,11 +376,47 @@ TEST(FirstUse, MainsMessageOnceThenNoneUntilMiscArmsThemAgain) {
         fMain w;  // User.Dat exists now
         EXPECT_EQ(w.Intros_Shown, 0);
         OptionsWindow o(&w, "Splash", "Misc");
+        o.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&o));
         Click(o, Hot(o, "Misc", 0));  // "Reinstate Initial Non-Recurring Messages"
         o.OK_Click();
         Open_Screen(w, 0);
         EXPECT_EQ(w.Intros_Shown, 1);
     }
+    qputenv("HOME", oldHome);
+}
+
+TEST(HelpBook, ShowOpensTheBookAndAMissingBookHidesShow) {
+    Help_Book_Folder = KELMORAN_SOURCE_DIR "/help";
+    fMain w;
+    w.Help_Action(0)->trigger();
+    HelpWindow* book = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (auto* h = qobject_cast<HelpWindow*>(top); h && h->isVisible()) book = h;
+    ASSERT_NE(book, nullptr);
+    EXPECT_EQ(book->Browser()->documentTitle(), "Kelmoran Help");
+    EXPECT_GE(book->Contents()->count(), 14);  // one page a screen and dialogue, and more
+    Save_Png(book->grab().toImage(), "options", "help_book");
+    // A word of another page: the contents keep the pages that have it.
+    EXPECT_TRUE(book->Search("Hipparcos"));
+    int shown = 0;
+    for (int i = 0; i < book->Contents()->count(); ++i) shown += !book->Contents()->item(i)->isHidden();
+    EXPECT_GE(shown, 1);
+    EXPECT_LT(shown, book->Contents()->count());
+    book->close();
+
+    Help_Book_Folder = "/nonexistent/help";
+    std::string seen;
+    QTimer::singleShot(0, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            seen = box->windowTitle().toStdString() + "|" + box->text().toStdString();
+            box->accept();
+        }
+    });
+    w.Help_Action(0)->trigger();
+    EXPECT_EQ(seen, "File Deleted|\r\nThe Help File, Kelmoran Help.html has been deleted.\r\n");
+    EXPECT_FALSE(w.Help_Action(0)->isVisible());
+    Help_Book_Folder.clear();
 }
 
 }  // namespace
