@@ -12,18 +12,6 @@ namespace kelmoran {
 
 namespace {
 
-MySystemTime Date_Of(int16_t year, int16_t month, int16_t day, int16_t hour, int16_t minute,
-                     int16_t second) {
-    MySystemTime t;
-    t.wYear = year;
-    t.wMonth = month;
-    t.wDay = day;
-    t.wHour = hour;
-    t.wMinute = minute;
-    t.wSecond = second;
-    return t;
-}
-
 // Replaces `field` by `fallback` unless `ok`; counts the replacement.
 template <typename T>
 void Keep_If(bool ok, T& field, T fallback, int& replaced) {
@@ -37,13 +25,14 @@ void Keep_If(bool ok, T& field, T fallback, int& replaced) {
 // Either calendar of the date controls, the earlier start and the later end, with a day
 // to spare for the zones.
 double First_Moment() {
-    const MySystemTime first = Date_Of(-9999, 1, 1, 0, 0, 0);
+    const MySystemTime first{.wYear = -9999, .wMonth = 1, .wDay = 1, .wHour = 0};
     static const double jd = std::min(Calc_JD(first, true), Calc_JD(first, false)) - 1.0;
     return jd;
 }
 
 double Last_Moment() {
-    const MySystemTime last = Date_Of(9999, 12, 31, 23, 59, 59);
+    const MySystemTime last{
+        .wYear = 9999, .wMonth = 12, .wDay = 31, .wHour = 23, .wMinute = 59, .wSecond = 59};
     static const double jd = std::max(Calc_JD(last, true), Calc_JD(last, false)) + 1.0;
     return jd;
 }

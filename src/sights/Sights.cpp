@@ -107,16 +107,7 @@ void Check_Fix(Sight_Record& fix, double now, int32_t bias) {
         return;
     }
     fix = Sight_Record{};
-    fix.Sight_Time = now;
-    const MySystemTime t = JD_To_Date(now + bias / 1440.0);
-    fix.Sight_Year = t.wYear;
-    fix.Sight_Month = t.wMonth;
-    fix.Sight_Day = t.wDay;
-    fix.Sight_Hour = t.wHour;
-    fix.Sight_Minute = t.wMinute;
-    fix.Sight_Second = t.wSecond;
-    float course = 0, speed = 0;
-    Get_Position(now, fix.DR_Lat, fix.DR_Long, course, speed);
+    Set_Fix_Time(fix, now, bias);
 }
 
 bool Row_Complete(std::span<const unsigned char> bytes, std::size_t pos) {
@@ -160,6 +151,19 @@ void Line(std::string& text, const std::string& head, const std::string& file,
 }
 
 }  // namespace
+
+void Set_Fix_Time(Sight_Record& fix, double jd, int32_t bias) {
+    fix.Sight_Time = jd;
+    const MySystemTime zone = JD_To_Date(jd + bias / 1440.0);
+    fix.Sight_Day = zone.wDay;
+    fix.Sight_Month = zone.wMonth;
+    fix.Sight_Year = zone.wYear;
+    fix.Sight_Hour = zone.wHour;
+    fix.Sight_Minute = zone.wMinute;
+    fix.Sight_Second = zone.wSecond;
+    float course = 0, speed = 0;
+    Get_Position(jd, fix.DR_Lat, fix.DR_Long, course, speed);
+}
 
 int32_t Max_Sight(int32_t height) {
     const int32_t rows = (height - 100 - 121) / 160;

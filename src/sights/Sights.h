@@ -69,6 +69,10 @@ struct Sight_Candidate {
 };
 using Candidate_List = std::vector<Sight_Candidate>;
 
+// The fix record at moment `jd` (UT): its time, its date and time fields in the zone of
+// `bias` minutes, and the DR then.
+void Set_Fix_Time(Sight_Record& fix, double jd, int32_t bias);
+
 // Rows of the table for a work area `height` pixels high: (height - 221) ÷ 160 in whole
 // numbers, held between 6 and 14 (7 to 15 rows).
 int32_t Max_Sight(int32_t height);

@@ -250,17 +250,7 @@ void SightsWindow::Place_Row_Controls() {
 }
 
 void SightsWindow::Take_Fix_Time() {
-    Sight_Record& fix = set_.Fix_Sight;
-    fix.Sight_Time = Shell.CurrentJD;
-    const MySystemTime zone = JD_To_Date(Shell.CurrentJD + TZ_Bias / 1440.0);
-    fix.Sight_Day = zone.wDay;
-    fix.Sight_Month = zone.wMonth;
-    fix.Sight_Year = zone.wYear;
-    fix.Sight_Hour = zone.wHour;
-    fix.Sight_Minute = zone.wMinute;
-    fix.Sight_Second = zone.wSecond;
-    float course = 0, speed = 0;
-    Get_Position(fix.Sight_Time, fix.DR_Lat, fix.DR_Long, course, speed);
+    Set_Fix_Time(set_.Fix_Sight, Shell.CurrentJD, TZ_Bias);
 }
 
 void SightsWindow::Force_Update() {

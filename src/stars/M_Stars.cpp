@@ -61,10 +61,9 @@ double Place_Interval(const CatalogueStar& star) {
 
 void Compute_Star_Places(int32_t highest, double jd) {
     if (highest < 0) return;
-    // No star lies beyond the deepest tier: a larger count asks for nothing more.
-    highest = std::min(highest, kTier4End);
     size_t old = StarPlaces.size();
-    if (StarPlaces.size() < static_cast<size_t>(highest) + 1) StarPlaces.resize(highest + 1);
+    const size_t rows = static_cast<size_t>(highest) + 1;
+    if (StarPlaces.size() < rows) StarPlaces.resize(rows);
     for (size_t s = old; s < StarPlaces.size() && s < 12; ++s) {
         StarPlaces[s].Magnitude = s < 2 ? -10.0f : s < 4 ? -9.0f : 0.0f;
         StarPlaces[s].Done = true;

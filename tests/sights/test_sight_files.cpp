@@ -174,11 +174,14 @@ TEST_F(SightFiles, AnswersToTheDifferences) {
     fileSettings.DefaultPlanFile = "/plans/North Sea.Voy";
     SightSet original = Sample_Set(6, 2);
     original.My_TZ_Bias = 120;
-    Shell.CalendarChoice = kTrue;  // the file's calendar flag
+    Shell.CalendarChoice = kTrue;  // the file's calendar flag and filter
+    const SightsFilterState filter = SightsFilter;
+    SightsFilter.StarCount = 1520;
     const std::vector<unsigned char> bytes = Encode_Sights(original, fileSettings);
     Shell.CalendarChoice = 0;
+    SightsFilter = filter;
 
-    // Cancel: the rows stay, the settings, bias and calendar stay as they were.
+    // Cancel: the rows stay, the settings, bias, calendar and filter stay as they were.
     SightSet set(6);
     host.Answer = MsgAnswer::Cancel;
     EXPECT_EQ(Load(set, bytes), Load_Result::Cancelled);
@@ -193,6 +196,7 @@ TEST_F(SightFiles, AnswersToTheDifferences) {
     EXPECT_EQ(Settings.HtOfEye, 4.0f);
     EXPECT_EQ(Shell.CalendarChoice, 0);
     EXPECT_EQ(TZ_Bias, 60);
+    EXPECT_EQ(SightsFilter.StarCount, filter.StarCount);
 
     // No: the settings stay, the load completes with the file's bias and calendar.
     host.Answer = MsgAnswer::No;
@@ -262,23 +266,6 @@ TEST_F(SightFiles, HostileNumbersAreReplacedOrTheRowTakenAsEmpty) {
     EXPECT_EQ(Shell.CurrentJD, moment);  // a NaN fix time is not the moment of the screens
     EXPECT_EQ(set.Fix_Sight.Sight_Time, moment);
     EXPECT_TRUE(std::isfinite(set.Fix_Sight.DR_Lat));
-}
-
-// A load cancelled at the differences leaves the filter of the settings in use (and so in
-// User.Dat at exit), as it leaves the bias and the calendar.
-TEST_F(SightFiles, CancelledLoadKeepsTheFilterInUse) {
-    const SightsFilterState before = SightsFilter;
-    SettingsRecord fileSettings = Settings;
-    fileSettings.Pressure = 990.0f;
-    SightsFilter.AzLimit = 45.0f;
-    SightsFilter.StarCount = 1520;
-    const std::vector<unsigned char> bytes = Encode_Sights(Sample_Set(6, 1), fileSettings);
-    SightsFilter = before;
-    SightSet set(6);
-    host.Answer = MsgAnswer::Cancel;
-    EXPECT_EQ(Load(set, bytes), Load_Result::Cancelled);
-    EXPECT_EQ(SightsFilter.AzLimit, before.AzLimit);
-    EXPECT_EQ(SightsFilter.StarCount, before.StarCount);
 }
 
 TEST_F(SightFiles, RowsAndFileName) {
