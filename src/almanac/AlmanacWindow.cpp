@@ -245,9 +245,7 @@ void AlmanacWindow::SysMsg_MouseMove(int32_t, int32_t, int32_t x, int32_t y) {
 }
 
 void AlmanacWindow::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
-    wheelRest_ += delta;
-    const int32_t steps = wheelRest_ / 120;
-    wheelRest_ -= steps * 120;
+    const int32_t steps = wheel_.Take(delta);
     if (!steps) return;
     // Over the strip the wheel steps the field under it; over the pages it scrolls them.
     if (y < Strip_Bottom()) {

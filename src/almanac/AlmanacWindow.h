@@ -94,7 +94,7 @@ class AlmanacWindow : public QWidget, public PictureForm, public cDatesOwner, pu
     Rect printSpot_, exitSpot_;
     bool overPrint_ = false, overExit_ = false;
     int32_t hScroll_ = 0, vScroll_ = 0;
-    int32_t wheelRest_ = 0;
+    WheelNotches wheel_;
 };
 
 // Paints a page of the layout with `p`, one page unit to `scale` device pixels, at (x, y).

@@ -96,10 +96,7 @@ bool DateStripScreen::Click_Into_Edit(int32_t button, int32_t x, int32_t y) {
 }
 
 int32_t DateStripScreen::Wheel_Notches(int32_t delta) {
-    wheelRest_ += delta;
-    const int32_t steps = wheelRest_ / 120;
-    wheelRest_ -= steps * 120;
-    return steps;
+    return wheel_.Take(delta);
 }
 
 bool DateStripScreen::Resize_Picture(QSize size) {

@@ -79,7 +79,7 @@ class DateStripScreen : public UiScreen, public PictureForm, public cDatesOwner,
     cDatesView myDates_;
 
   private:
-    int32_t wheelRest_ = 0;  // part of a notch not yet used
+    WheelNotches wheel_;
 };
 
 }  // namespace kelmoran

@@ -47,6 +47,21 @@ class SysMsgSink {
     virtual void SysMsg_KeyPress(int32_t /*character*/) {}
 };
 
+// The wheel's whole notches (120 units each) in the deltas it reports, the part of a notch
+// left over kept for the next.
+class WheelNotches {
+  public:
+    int32_t Take(int32_t delta) {
+        rest_ += delta;
+        const int32_t steps = rest_ / 120;
+        rest_ -= steps * 120;
+        return steps;
+    }
+
+  private:
+    int32_t rest_ = 0;
+};
+
 // What a scroll bar was asked to do.
 enum class ScrollAction {
     LineUp,

@@ -485,9 +485,7 @@ void cNavPlan::SysMsg_MouseUp(int32_t button, int32_t, int32_t x, int32_t) {
 }
 
 void cNavPlan::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
-    wheelRest_ += delta;
-    const int32_t steps = wheelRest_ / 120;
-    wheelRest_ -= steps * 120;
+    const int32_t steps = wheel_.Take(delta);
     if (!steps) return;
     for (cDatesView* d : {&etd_, &eta_}) {
         if (d->MyFrame.Contains(x, y)) {

@@ -130,7 +130,7 @@ class cNavPlan : public UiScreen, public PictureForm, public cDatesOwner, public
     int32_t editColumn_ = -1;   // column of the cell being edited; -2 the speed box
     int32_t menuRow_ = -1;      // plan row of the row menu
     int32_t menuPosition_ = -1; // grid position the menu was opened on
-    int32_t wheelRest_ = 0;
+    WheelNotches wheel_;
     bool drawnAfterCommit_ = false;  // the closing edit need not draw the picture again
 
   public:
