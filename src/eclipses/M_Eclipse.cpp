@@ -24,6 +24,17 @@ namespace {
 // The mean motion of the Moon from the Sun, radians a day.
 constexpr double kRelativeRate = 0.223402144255274;
 
+// The first moment of `year` as the dates are shown: in the Julian calendar when it is
+// chosen, and for every year before AD 1 whichever is chosen.
+double Shown_Year_Start(int year) {
+    MySystemTime first;
+    first.wYear = static_cast<int16_t>(year);
+    first.wMonth = 1;
+    first.wDay = 1;
+    first.wHour = 0;
+    return Calc_JD(first, Shared_JulDates != 0 || year < 1);
+}
+
 }  // namespace
 
 double Fold_Pi(double a) {
@@ -141,12 +152,10 @@ int Previous_Eclipse(EclipseTable& table) {
 std::vector<LunationPhase> Fill_Lunation_Year(int year, int32_t bias, EclipseTable& table) {
     table = EclipseTable{};
     std::vector<LunationPhase> phases;
-    MySystemTime first;
-    first.wYear = static_cast<int16_t>(year);
-    first.wMonth = 1;
-    first.wDay = 1;
-    first.wHour = 0;
-    const double start = Calc_JD(first, Shared_JulDates != 0) - bias / 1440.0;
+    // The year runs from its first moment to the first moment of the next, both in the
+    // calendar that the dates are shown in, which the year test below reads too.
+    const double start = Shown_Year_Start(year) - bias / 1440.0;
+    const double end = Shown_Year_Start(year == -1 ? 1 : year + 1) - bias / 1440.0;
     if (!std::isfinite(start)) return phases;
     const double deltaT = Get_DeltaT(DeltaT_Year(start)) / kSecondsPerJulianCentury;
 
@@ -158,7 +167,7 @@ std::vector<LunationPhase> Fill_Lunation_Year(int year, int32_t bias, EclipseTab
             previous = series;
             last = series;
             // A margin of a quarter of an hour: the year test below decides.
-            if (series < start - 0.01 || series > start + 366.5) continue;
+            if (series < start - 0.01 || series > end + 0.01) continue;
             LunationPhase cell;
             cell.Phase = static_cast<int16_t>(p);
             cell.UT = Zone_Minute(Refine_Phase(series, p), 0);
@@ -186,7 +195,7 @@ std::vector<LunationPhase> Fill_Lunation_Year(int year, int32_t bias, EclipseTab
             }
             phases.push_back(cell);
         }
-        if (last > start + 366.5) break;
+        if (last > end + 0.01) break;
     }
     return phases;
 }

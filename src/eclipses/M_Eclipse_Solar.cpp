@@ -338,6 +338,59 @@ bool Shadow_Point_Place(const EclipseInstant& instant, double distance, double p
     return true;
 }
 
+ShadowPlane::ShadowPlane(const EclipseInstant& instant) {
+    const ShadowFrame f = Frame_Of(instant.Sun, instant.Moon);
+    const auto put = [](double* to, const Vec3& v) {
+        to[0] = v.x;
+        to[1] = v.y;
+        to[2] = v.z;
+    };
+    put(axis_, f.axis);
+    put(east_, f.east);
+    put(north_, f.north);
+    // The axis meets the plane at the Moon less its component along the axis.
+    const Vec3 foot = f.moon - Dot(f.moon, f.axis) * f.axis;
+    axisEast_ = Dot(foot, f.east);
+    axisNorth_ = Dot(foot, f.north);
+}
+
+GeoPoint ShadowPlane::Surface(double x, double y, double z) const {
+    GeoPoint place;
+    const double geocentric = std::atan2(z, std::hypot(x, y));
+    place.Lat = std::atan(std::tan(geocentric) / GeocentricFactor);
+    place.Lon = std::atan2(y, x);
+    return place;
+}
+
+bool ShadowPlane::Place(double east, double north, GeoPoint& place, double& height) const {
+    const double p[3] = {east * east_[0] + north * north_[0], east * east_[1] + north * north_[1],
+                         east * east_[2] + north * north_[2]};
+    const double k = 1.0 / GeocentricFactor;
+    const double a = axis_[0] * axis_[0] + axis_[1] * axis_[1] + k * axis_[2] * axis_[2];
+    const double b = 2.0 * (p[0] * axis_[0] + p[1] * axis_[1] + k * p[2] * axis_[2]);
+    const double c = p[0] * p[0] + p[1] * p[1] + k * p[2] * p[2] - EarthRadius * EarthRadius;
+    const double disc = b * b - 4.0 * a * c;
+    if (!(disc >= 0.0) || !(a > 0.0)) return false;
+    height = (-b + std::sqrt(disc)) / (2.0 * a);
+    place = Surface(p[0] + height * axis_[0], p[1] + height * axis_[1], p[2] + height * axis_[2]);
+    return true;
+}
+
+GeoPoint ShadowPlane::Limb(double east, double north) const {
+    const double n = std::hypot(east, north);
+    const double ue = n > 0.0 ? east / n : 1.0, un = n > 0.0 ? north / n : 0.0;
+    const double u[3] = {ue * east_[0] + un * north_[0], ue * east_[1] + un * north_[1],
+                         ue * east_[2] + un * north_[2]};
+    // Along t·u the line grazes the ellipsoid where the discriminant of Place is 0.
+    const double k = 1.0 / GeocentricFactor;
+    const double a = axis_[0] * axis_[0] + axis_[1] * axis_[1] + k * axis_[2] * axis_[2];
+    const double ua = u[0] * axis_[0] + u[1] * axis_[1] + k * u[2] * axis_[2];
+    const double uu = u[0] * u[0] + u[1] * u[1] + k * u[2] * u[2];
+    const double t = EarthRadius * std::sqrt(a / std::max(1e-12, a * uu - ua * ua));
+    const double h = -t * ua / a;
+    return Surface(t * u[0] + h * axis_[0], t * u[1] + h * axis_[1], t * u[2] + h * axis_[2]);
+}
+
 EclipseInstant Interpolate_Instant(const EclipseInstant& a, const EclipseInstant& b, double f) {
     const auto lerp = [f](double x, double y) { return x + (y - x) * f; };
     const auto place = [&](const BodyPlace& p, const BodyPlace& q) {
@@ -443,7 +496,9 @@ LocalEclipse Local_Solar_Eclipse(double lat, double lon, double from, double to)
         return result;
     }
     result.Eclipsed = true;
-    result.Magnitude = (atMax.penumbra - atMax.axisDistance) / (atMax.penumbra + atMax.umbra);
+    // The fraction of the Sun's diameter covered: 0 on the penumbral cone, 1 on the umbral
+    // one (whose radius is negative beyond its vertex, where the eclipse is annular).
+    result.Magnitude = (atMax.penumbra - atMax.axisDistance) / (atMax.penumbra - atMax.umbra);
 
     // A root of `f` between a (f < 0 side known) and the end `b`: walk out in steps until
     // the sign changes, then bisection and secant steps to a tenth of a second.

@@ -76,6 +76,33 @@ struct GeoPoint {
 bool Shadow_Point_Place(const EclipseInstant& instant, double distance, double positionAngle,
                         GeoPoint& place);
 
+// The plane through the Earth's centre square to the shadow axis at one instant, with its
+// east and north directions (east square to the axis and to the Earth's axis, north the
+// third of the right-handed set with the axis pointing to the Sun). The map's shadow
+// outlines are worked in this plane, then carried along the axis to the Earth.
+class ShadowPlane {
+  public:
+    explicit ShadowPlane(const EclipseInstant& instant);
+    // The point where the shadow axis crosses the plane, km east and north of the centre.
+    double AxisEast() const { return axisEast_; }
+    double AxisNorth() const { return axisNorth_; }
+    // The plane point (`east`, `north`, km) carried along the axis to the Earth's sunward
+    // surface (the ellipsoid of the map); `height` gets the distance travelled, km towards
+    // the Moon. False when the line misses the Earth.
+    bool Place(double east, double north, GeoPoint& place, double& height) const;
+    // The place on the Earth's outline, as seen along the axis, in the direction of the
+    // plane point (`east`, `north`) from the centre (where the line grazes the Earth).
+    GeoPoint Limb(double east, double north) const;
+
+  private:
+    GeoPoint Surface(double x, double y, double z) const;
+    double axis_[3] = {0.0, 0.0, 1.0};
+    double east_[3] = {0.0, 1.0, 0.0};
+    double north_[3] = {1.0, 0.0, 0.0};
+    double axisEast_ = 0.0;
+    double axisNorth_ = 0.0;
+};
+
 // The instant at fraction `f` (0 .. 1) of the way from `a` to `b`: the Sun's and Moon's
 // places interpolated linearly (GHA and RA across the 0 .. 2π wrap), then the geometry of
 // Eclipse_Instant worked on them. For steps of a minute the error is a few metres.

@@ -2,6 +2,7 @@
 #include "settings/File_IO.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,6 +17,7 @@
 
 #include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
+#include "settings/Value_Checks.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
@@ -188,36 +190,41 @@ void Compute_Derived_Settings() {
 void First_Use_Reset() {
     Shell.ShowIntro = kTrue;
     Shell.IntroPending.fill(kTrue);
+    Shell.IntroPendingSeparate.fill(kTrue);
 }
 
 void Set_First_Run_Defaults() {
-    Settings = SettingsRecord{};
-    Settings.ObserverLat = static_cast<float>(51.3216666666667 / kDegreesPerRadian);
-    Settings.ObserverLong = 0;
-    Settings.FixCourse = 45.0f;
-    Settings.FixSpeed = 8.5f;
-    // A moment of July 2005; it has no meaning of its own and is kept as it is.
-    Settings.FixTime = 2010.14953703704;
-    Settings.Pressure = 1010.0f;
-    Settings.Temp = 10.0f;
-    Settings.IndexError = 0;
-    Settings.HtOfEye = 0;
-    Settings.PositionMethod = 0;
-    Settings.SightAltLimit = 120.0f;
-    Settings.SightAzLimit = 90.0f;
-    Settings.HelpLevel = 0;
-    Settings.SightStarCount = 280;
-    Settings.SimplifiedRiseSet = 0;
-    Settings.Spare = 0;
-    Settings.ShowRA = 0;
-    Settings.SightsTabDown = 0;
-    Settings.AutoTimeZone = 0;
-    Settings.UseMetres = kTrue;
-    Settings.UseCelsius = kTrue;
-    Settings.UseMillibars = 255;
-    Settings.DaylightStars = 1;
-    Settings.DefaultPlanFile.clear();
+    Settings = First_Run_Settings();
     TZ_Bias = 0;
+}
+
+SettingsRecord First_Run_Settings() {
+    SettingsRecord s;
+    s.ObserverLat = static_cast<float>(51.3216666666667 / kDegreesPerRadian);
+    s.ObserverLong = 0;
+    s.FixCourse = 45.0f;
+    s.FixSpeed = 8.5f;
+    // A moment of July 2005; it has no meaning of its own and is kept as it is.
+    s.FixTime = 2010.14953703704;
+    s.Pressure = 1010.0f;
+    s.Temp = 10.0f;
+    s.IndexError = 0;
+    s.HtOfEye = 0;
+    s.PositionMethod = 0;
+    s.SightAltLimit = 120.0f;
+    s.SightAzLimit = 90.0f;
+    s.HelpLevel = 0;
+    s.SightStarCount = 280;
+    s.SimplifiedRiseSet = 0;
+    s.Spare = 0;
+    s.ShowRA = 0;
+    s.SightsTabDown = 0;
+    s.AutoTimeZone = 0;
+    s.UseMetres = kTrue;
+    s.UseCelsius = kTrue;
+    s.UseMillibars = 255;
+    s.DaylightStars = 1;
+    return s;
 }
 
 std::vector<unsigned char> Encode_User_Dat(const SettingsRecord& s, int32_t bias) {
@@ -250,6 +257,8 @@ bool Load_User_Dat() {
     const bool fromFile = exists && !bytes.empty();
     if (fromFile) {
         Decode_User_Dat(bytes, Settings, TZ_Bias);
+        // A damaged file is not reported: what it holds out of range starts afresh.
+        Check_Settings(Settings, TZ_Bias);
     } else {
         First_Use_Reset();
         std::error_code ec;  // a folder that is already there is of no interest
@@ -278,28 +287,53 @@ bool Save_User_Dat() {
     return Write_File_Replacing(User_Dat_Path(), Encode_User_Dat(Settings, TZ_Bias));
 }
 
-bool Write_File_Replacing(const std::string& path, std::span<const unsigned char> bytes) {
+bool Write_File_Replacing(const std::string& pathIn, std::span<const unsigned char> bytes) {
+    // Through a link the file it names is replaced, not the link.
+    std::error_code ec;
+    const std::filesystem::path target = std::filesystem::weakly_canonical(pathIn, ec);
+    const std::string path = ec ? pathIn : target.string();
     std::string folder = std::filesystem::path(path).parent_path().string();
     if (folder.empty()) folder = ".";
-    // The new file has a fixed name beside the old one: one left behind by a run that was
-    // killed is simply written over.
+    // The new file takes the permissions of the one it replaces.
+    struct stat old {};
+    const bool replacing = ::stat(path.c_str(), &old) == 0;
+    // One name per file for the new one; a name left by a run killed in the instant
+    // between naming and renaming is written over by the next save.
     const std::string temp = path + ".tmp";
-    const int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+
+    // The new file has no name until it is complete (where the system allows that), so a
+    // run killed while writing leaves nothing in the folder.
+    bool named = false;
+    int fd = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+    if (fd < 0) {
+        fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+        named = true;
+    }
     if (fd < 0) return false;
-    bool ok = Write_All(fd, bytes) && ::fsync(fd) == 0;
+    bool ok = Write_All(fd, bytes) && (!replacing || ::fchmod(fd, old.st_mode & 07777) == 0) &&
+              ::fsync(fd) == 0;
+    if (ok && !named) {
+        ::unlink(temp.c_str());
+        const std::string self = "/proc/self/fd/" + std::to_string(fd);
+        ok = ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, temp.c_str(), AT_SYMLINK_FOLLOW) == 0;
+        named = ok;
+    }
     if (::close(fd) != 0) ok = false;
     if (ok) ok = ::rename(temp.c_str(), path.c_str()) == 0;
     if (!ok) {
-        ::unlink(temp.c_str());
+        if (named) ::unlink(temp.c_str());
         return false;
     }
     // The rename itself is made lasting by flushing the folder.
-    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (dir >= 0) {
         ::fsync(dir);
         ::close(dir);
     }
-    return true;
+    // Saved means that the file reads back as written.
+    bool exists = false;
+    const std::vector<unsigned char> back = Read_Whole_File(path, exists);
+    return exists && std::equal(back.begin(), back.end(), bytes.begin(), bytes.end());
 }
 
 }  // namespace kelmoran

@@ -86,6 +86,8 @@ void First_Use_Reset();
 // knots, 1010 mb, 10 °C, limits 120' and 90°, 280 stars, metres, °C, millibars, daylight
 // stars), TZ_Bias 0.
 void Set_First_Run_Defaults();
+// The record of a first run, as Set_First_Run_Defaults puts it in Settings.
+SettingsRecord First_Run_Settings();
 
 // The bytes of User.Dat for a record and a bias. The plan path is written as ANSI; a path
 // longer than 65535 bytes is cut there.
@@ -112,7 +114,10 @@ bool Save_User_Dat();
 
 // Writes `bytes` to `path` through a new file in the same folder, flushed to the disk and
 // then renamed over the old one, so that a full disk, a failed write or a kill leaves
-// either the old file or the new one, never a part. Returns false on failure.
+// either the old file or the new one, never a part. The new file has no name while it is
+// written (one fixed name, `path` + ".tmp", only for the instant before the rename), and
+// it keeps the permissions of the file it replaces. True only when the file then reads
+// back exactly as `bytes`.
 bool Write_File_Replacing(const std::string& path, std::span<const unsigned char> bytes);
 
 }  // namespace kelmoran

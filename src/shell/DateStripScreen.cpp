@@ -1,5 +1,8 @@
 #include "shell/DateStripScreen.h"
 
+#include "settings/Options.h"
+#include "settings/OptionsWindow.h"
+
 #include <QWidget>
 #include <utility>
 
@@ -106,6 +109,12 @@ bool DateStripScreen::Resize_Picture(QSize size) {
     myDates_.MyWidth = size.width();
     myDates_.Set_HotSpots();
     return true;
+}
+
+void DateStripScreen::Open_Time_Options() {
+    Shell.UpdateFreeze = kTrue;
+    Show_Options(window_ ? window_->window() : nullptr, key_, options_tab::Time);
+    Shell.UpdateFreeze = kFalse;
 }
 
 }  // namespace kelmoran

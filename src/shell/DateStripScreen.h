@@ -46,6 +46,9 @@ class DateStripScreen : public UiScreen, public PictureForm, public cDatesOwner,
     void MyDates_TZChange(cDates& sender, int32_t minutes) override;
     EditCanvas* Edit_Form() override { return this; }
     std::string Owner_Type() const override { return "fMain"; }
+    // "Time Zone" of the strip's pop-up: Options on its Time tab, with the broadcast of
+    // changes held until it closes.
+    void Open_Time_Options() override;
 
     double MyJD() const { return myJD_; }
     cDatesView& MyDates() { return myDates_; }

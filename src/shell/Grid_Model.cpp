@@ -211,9 +211,9 @@ std::vector<std::string> GridModel::Menus_Create_Columns() const {
     std::vector<std::string> items = {"Hide", "Reset Width", "Reset All Widths"};
     if (Key == "AltAz") {
         items.insert(items.end(), {"-", "Sort Ascending", "Sort Descending", "Restore Order"});
-    } else if (Key == "Clox") {
-        items.insert(items.end(), {"-", "Calculate Ship Time", "Apply to Voyage Plan",
-                                   "Take Ship Time from Plan"});
+    } else if (Key == "Clox" && ShipTimeMenu) {
+        items.insert(items.end(), {"-", "Apply to Voyage", "Calc Ship Time",
+                                   "Use Plan for Ship Time"});
     }
     return items;
 }

@@ -82,9 +82,11 @@ class GridModel {
     std::vector<int32_t> MyColmPtr;        // position -> column number, visible ones first
     std::vector<int32_t> MyColmFormat;
     std::vector<std::vector<std::string>> MyDataLabels;  // [column][row]
+    std::vector<uint32_t> MyRowColours;  // [row] text colour as 0xRRGGBB; none or 0 black
     std::vector<std::vector<Rect>> MyLabelsRect;         // [position][row], unscrolled
     std::vector<Rect> MyHeadingRect;                     // [position], unscrolled
     bool AutoSize = false;  // "Auto-Size Columns": the total is scaled to the screen
+    bool ShipTimeMenu = false;  // Clocks offers its ship-time items (a voyage is followed)
 
     // Geometry: the grid's area in the screen's picture; the headings at its top, then
     // rows of RowHeight.

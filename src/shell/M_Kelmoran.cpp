@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "settings/SettingsRecord.h"
+#include "voyage/Plan_Undo.h"
 
 namespace kelmoran {
 
@@ -167,6 +168,7 @@ void Menus_Set_For_Screen() {
     f[2].Visible = true;
     f[2].Caption = kSeparator;
     f[9].Caption = "&Print";
+    f[9].Enabled = true;
 
     const bool byPlan = Settings.PositionMethod == 2;
     const std::string& key = Shell.ScreenName;
@@ -175,6 +177,7 @@ void Menus_Set_For_Screen() {
         f[1].Visible = true;
         f[1].Enabled = true;  // the table of the year prints from here
         f[9].Caption = "Print &Eclipse";
+        f[9].Enabled = false;  // the eclipse window's print is not there yet
     } else if (key == screen_key::Clox) {
         f[1].Caption = "&Calculate Ship Time";
         f[2].Caption = "&Apply to Voyage Plan";
@@ -219,9 +222,8 @@ void Menus_Set_For_Screen() {
         for (int i = 0; i <= 8; ++i) f[static_cast<size_t>(i)].Enabled = true;
     }
 
-    const bool undo = key == screen_key::NavPlan || key == screen_key::Clox;
-    Shell.Menus.mnuUndo[0].Enabled = undo;
-    Shell.Menus.mnuUndo[1].Enabled = undo;
+    // Undo and redo: on Voyage and Clocks, by what their stacks hold.
+    Plan_Undo.Refresh();
 }
 
 void File_Menu_Action(int index) {

@@ -194,6 +194,8 @@ struct ShellState {
     int16_t PlanTimesStale = 0;    // the plan's times are to be recomputed
     int16_t ShowIntro = 0;
     std::array<int16_t, kGridScreenCount> IntroPending{};
+    // The messages of the Almanac, the Star Atlas and Sights (Screen menu 7, 8, 9).
+    std::array<int16_t, 3> IntroPendingSeparate{};
     int16_t Editing = 0;
     int16_t CursorShown = 0;
     CursorState Cursor;
@@ -271,9 +273,9 @@ inline constexpr const char* MustSaveFirst =
     "A plan must be saved before it can be set as the default\r\n";
 inline constexpr const char* SaveCancelled = "Save Cancelled";
 inline constexpr const char* HelpDeleted =
-    "\r\nThe Help File, Kelmoran Help.chm has been deleted.\r\n";
+    "\r\nThe Help File, Kelmoran Help.html has been deleted.\r\n";
 inline constexpr const char* FileDeleted = "File Deleted";
-inline constexpr const char* HelpFileName = "Kelmoran Help.chm";
+inline constexpr const char* HelpFileName = "Kelmoran Help.html";
 }  // namespace shell_text
 
 }  // namespace kelmoran

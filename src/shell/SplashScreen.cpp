@@ -69,6 +69,28 @@ void SplashScreen::Draw() {
     if (window_) window_->update();
 }
 
+bool SplashScreen::Line_At(int32_t x, int32_t y, bool& moonBlock, size_t& index,
+                           Rect* area) const {
+    // The same layout as Draw: two blocks side by side under the warning line.
+    const int32_t top = myDates_.MyFrame.Bottom + 12 + kMainRowHeight + 6;
+    const int32_t half = std::max(picture_.width() / 2, 320);
+    if (y < top) return false;
+    const auto row = static_cast<size_t>((y - top) / kMainRowHeight);
+    for (const bool moon : {false, true}) {
+        const int32_t left = moon ? half : 20;
+        const auto& lines = moon ? page_.Moon : page_.Day;
+        if (x < left || x >= left + half - 30 || row >= lines.size()) continue;
+        moonBlock = moon;
+        index = row;
+        if (area) {
+            const int32_t t = top + static_cast<int32_t>(row) * kMainRowHeight;
+            *area = {left, t, left + half - 30, t + kMainRowHeight};
+        }
+        return true;
+    }
+    return false;
+}
+
 void SplashScreen::Draw_Block(QPainter& p, const std::vector<MainLine>& lines, int32_t left,
                               int32_t top, int32_t width) const {
     Draw_Main_Block(p, lines, QRect(left, top, width, kMainRowHeight), 12, Drawing().Bold,

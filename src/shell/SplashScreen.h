@@ -31,6 +31,9 @@ class SplashScreen : public DateStripScreen {
     void SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) override;
 
     const MainPage& Page() const { return page_; }
+    // The line of the page under (x, y): false for none, else its block (true: the Moon's)
+    // and index, and the line's rectangle.
+    bool Line_At(int32_t x, int32_t y, bool& moonBlock, size_t& index, Rect* area = nullptr) const;
 
   private:
     void Draw();

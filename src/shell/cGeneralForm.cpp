@@ -9,6 +9,7 @@
 #include <numeric>
 
 #include "printing/cPrint_Gateway.h"
+#include "eclipses/EclipseScreenWindow.h"
 #include "settings/SettingsRecord.h"
 #include "shell/cSubClass.h"
 
@@ -28,6 +29,21 @@ constexpr int32_t kScrollBarRoom = 16;
 
 bool Is_Catalogue_Column(int32_t column) {
     return column >= 14 && column <= 16;
+}
+
+constexpr const char* kShowEclipse = "Show Eclipse";
+
+// The eclipse row of the Moon Phases cell under the cursor: a phase marked "* ", or the
+// month's Eclipses cell; -1 for any other cell.
+int Eclipse_Under_Cursor(const GridModel& g) {
+    const int32_t column = g.Cursor_Column();
+    const int32_t row = g.MyTrueRow;
+    if (column < 1 || row < 0 || static_cast<size_t>(column) >= g.MyDataLabels.size() ||
+        static_cast<size_t>(row) >= g.MyDataLabels[static_cast<size_t>(column)].size())
+        return -1;
+    const std::string& text = g.MyDataLabels[static_cast<size_t>(column)][static_cast<size_t>(row)];
+    if (column == 9 ? text.empty() : text.rfind("* ", 0) != 0) return -1;
+    return Eclipse_Row_At_Cell(Eclipses, row + 1, column, TZ_Bias);
 }
 
 }  // namespace
@@ -179,6 +195,7 @@ void cGeneralForm::Insert_Column(const std::string& title) {
 
 std::vector<std::string> cGeneralForm::Heading_Menu(int32_t) const {
     std::vector<std::string> items = grid_.Menus_Create_Columns();
+    if (menuEclipse_ >= 0) items.insert(items.begin(), {kShowEclipse, "-"});
     items.push_back("-");
     items.push_back(kAutoSize);
     for (const std::string& title : grid_.Menu_Insert_AddRemove())
@@ -221,6 +238,10 @@ void cGeneralForm::Menu_PopUp(const std::string& caption) {
     const int32_t pos = popupPosition_;
     const int32_t column =
         pos >= 0 && pos <= grid_.ColmsInUse ? grid_.MyColmPtr[static_cast<size_t>(pos)] : -1;
+    if (caption == kShowEclipse) {
+        if (menuEclipse_ >= 0) Show_Eclipse_Window(window_, menuEclipse_);
+        return;
+    }
     if (caption == "Hide") {
         grid_.mnuHide(pos);
     } else if (caption == "Reset Width") {
@@ -347,6 +368,11 @@ void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, in
     if (button == mouse::Right) {
         int32_t pos = heading;
         if (pos < 0 && grid_.Row_At(x, y) >= 0 && x >= kRowIndexMargin) pos = Position_Near(x);
+        // On Moon Phases a month with an eclipse offers it on the row's pop-up.
+        const int32_t month = heading < 0 ? grid_.Row_At(x, y) : -1;
+        menuEclipse_ = key_ == screen_key::Lunations && month >= 0
+                           ? Eclipse_Row_At_Cell(Eclipses, month + 1, 9, TZ_Bias)
+                           : -1;
         if (pos >= 0) Show_Heading_Menu(pos, x, y);
         return;
     }
@@ -382,6 +408,15 @@ void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, in
     } else if (grid_.Cursor_To(x, y)) {
         grid_.Clear_Highlights();
         Shell.CursorShown = kTrue;
+        if (key_ == screen_key::Lunations) {
+            // A click on a marked cell opens its eclipse.
+            const int eclipse = Eclipse_Under_Cursor(grid_);
+            if (eclipse >= 0) {
+                Draw();
+                Show_Eclipse_Window(window_, eclipse);
+                return;
+            }
+        }
     }
     Draw();
 }
@@ -460,6 +495,13 @@ void cGeneralForm::SysMsg_KeyDown(int32_t key, int32_t shift) {
         case vkey::End:
             grid_.Full_Scroll(key == vkey::End);
             break;
+        case vkey::Enter: {
+            // Enter on a marked Moon Phases cell opens its eclipse.
+            const int eclipse = key_ == screen_key::Lunations ? Eclipse_Under_Cursor(grid_) : -1;
+            if (eclipse < 0) return;
+            Show_Eclipse_Window(window_, eclipse);
+            return;
+        }
         default:
             return;
     }

@@ -85,8 +85,11 @@ class cGeneralForm : public DateStripScreen {
     // Times the rows were calculated (each CalcDates).
     int32_t Calculations = 0;
 
-  private:
+  protected:
+    // Paints the strip and the grid on the picture and asks the window to show it.
     void Draw();
+
+  private:
     void Set_Geometry();
     // Puts the AltAz texts on the grid in the order of the sort in force: those of rows
     // just calculated (`freshRows`), or the grid's own ones rearranged.
@@ -107,6 +110,7 @@ class cGeneralForm : public DateStripScreen {
     bool catalogueNumbers_ = false;
     bool widened_ = false;  // the opening widths have been fitted to the first rows
     int32_t popupPosition_ = -1;
+    int menuEclipse_ = -1;  // Moon Phases: the eclipse the row pop-up offers, or -1
     // The last click on a line between headings or in the corner, for the double click.
     QElapsedTimer clock_;
     qint64 lastClick_ = 0;

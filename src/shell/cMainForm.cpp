@@ -110,7 +110,9 @@ void cMainForm::Draw_Cells(QPainter& p) const {
             p.setPen(line);
             p.drawLine(cell.Left, cell.Bottom - 1, cell.Right - 1, cell.Bottom - 1);
             p.drawLine(cell.Right - 1, cell.Top, cell.Right - 1, cell.Bottom - 1);
-            p.setPen(lit ? Qt::white : Qt::black);
+            const auto row = static_cast<size_t>(r);
+            const uint32_t ink = row < g.MyRowColours.size() ? g.MyRowColours[row] : 0;
+            p.setPen(lit ? QColor(Qt::white) : QColor(static_cast<QRgb>(ink)));
             // Text stays inside its cell: a long one is cut at the cell's edge.
             const QRect inner(cell.Left + 3, cell.Top, cell.Width() - 6, cell.Height());
             p.drawText(inner, align | Qt::AlignVCenter | Qt::TextSingleLine,

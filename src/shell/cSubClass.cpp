@@ -283,8 +283,18 @@ bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
         }
         case QEvent::KeyPress: {
             auto* e = static_cast<QKeyEvent*>(event);
-            const int32_t key = Virtual_Key(e->key());
+            int32_t key = Virtual_Key(e->key());
+            // Ctrl and a letter is a shortcut of the screen (Ctrl+F finds a star); Ctrl+D
+            // stays the degree sign.
+            if (!key && (e->modifiers() & Qt::ControlModifier) && e->key() >= Qt::Key_A &&
+                e->key() <= Qt::Key_Z && e->key() != Qt::Key_D)
+                key = e->key();
             if (key) MyOwner->SysMsg_KeyDown(key, Shift_Of(e->modifiers()));
+            // Ctrl+Z and Ctrl+Y reach the window as their letters' key codes.
+            if ((e->modifiers() & Qt::ControlModifier) &&
+                (e->key() == Qt::Key_Z || e->key() == Qt::Key_Y))
+                MyOwner->SysMsg_KeyDown(e->key() == Qt::Key_Z ? 'Z' : 'Y',
+                                        Shift_Of(e->modifiers()));
             // Printable characters follow as KeyPress; Ctrl+D types the degree sign.
             if ((e->modifiers() & Qt::ControlModifier) && e->key() == Qt::Key_D) {
                 MyOwner->SysMsg_KeyPress(176);

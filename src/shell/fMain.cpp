@@ -12,15 +12,28 @@
 #include <QUrl>
 
 #include "settings/File_IO.h"
+#include "settings/OptionsWindow.h"
+#include "shell/HelpPopup.h"
+#include "shell/HelpWindow.h"
+#include "shell/Help_PopUp_Tests.h"
+#include "shell/M_Help.h"
 #include "settings/SettingsRecord.h"
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
+#include "almanac/AlmanacWindow.h"
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "sights/SightsWindow.h"
+#include "stars/FindStarWindow.h"
+#include "stars/PlotStarsWindow.h"
 #include "stars/M_Resources.h"
+#include "voyage/CloxView.h"
+#include "voyage/Gpx_Route.h"
+#include "voyage/Plan_Undo.h"
 #include "voyage/Voyage_File.h"
+#include "voyage/cNavPlanView.h"
 #include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
@@ -80,8 +93,11 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     resize(900, 600);
     hook_.SubClass(client_);
     client_->setFocus();
+    client_->setMouseTracking(true);
+    popup_ = std::make_unique<HelpPopup>(client_, fmain_Help_PopUp_Tests);
 
     Reset_Shell(this);
+    Shell.Plan = &planFiles_;
     Build_Menus();
     // The settings name the default voyage plan: it is read, or the empty plan made.
     const double now = Calc_JD(Now_UTC(), false);
@@ -102,8 +118,10 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
 }
 
 fMain::~fMain() {
+    popup_.reset();
     Shell_Closing();
     Shell.Host = nullptr;
+    Shell.Plan = nullptr;
 }
 
 void fMain::Build_Menus() {
@@ -123,8 +141,19 @@ void fMain::Build_Menus() {
         Kill_Activities();
         if (Shell.CurrentScreen) Shell.CurrentScreen->mnuSave_PDF();
     });
+    gpxImport_ = new QAction(gpx_text::ImportItem, this);
+    gpxExport_ = new QAction(gpx_text::ExportItem, this);
+    fileMenu_->insertActions(file_[8], {gpxImport_, gpxExport_});
+    connect(gpxImport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Import_Route();
+    });
+    connect(gpxExport_, &QAction::triggered, this, [this] {
+        Kill_Activities();
+        planFiles_.Export_Route();
+    });
     options_ = bar->addAction(Q(m.mnuOptions.Caption));
-    options_->setEnabled(false);  // the Options dialogue is not part of the program yet
+    connect(options_, &QAction::triggered, this, [this] { mnuOptions_Click(); });
     windowMenu_ = bar->addMenu("    &Screen    ");
     for (size_t i = 0; i < window_.size(); ++i) {
         window_[i] = windowMenu_->addAction(Q(m.mnuWindow[i].Caption));
@@ -137,7 +166,12 @@ void fMain::Build_Menus() {
         Reset_Time();
     });
     search_ = bar->addAction(Q(m.mnuSearch.Caption));
-    for (size_t i = 0; i < undo_.size(); ++i) undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+    connect(search_, &QAction::triggered, this, [this] { Open_Find_Star_For_Screen(this); });
+    for (size_t i = 0; i < undo_.size(); ++i) {
+        undo_[i] = bar->addAction(Q(m.mnuUndo[i].Caption));
+        const int index = static_cast<int>(i);
+        connect(undo_[i], &QAction::triggered, this, [index] { mnuUndo_Click(index); });
+    }
     helpMenu_ = bar->addMenu("    &Help    ");
     for (size_t i = 0; i < help_.size(); ++i) {
         help_[i] = helpMenu_->addAction(Q(m.mnuHelp[i].Caption));
@@ -160,6 +194,9 @@ void fMain::Menus_Changed() {
     Apply(search_, m.mnuSearch);
     for (size_t i = 0; i < undo_.size(); ++i) Apply(undo_[i], m.mnuUndo[i]);
     for (size_t i = 0; i < help_.size(); ++i) Apply(help_[i], m.mnuHelp[i]);
+    const bool voyage = Shell.ScreenName == screen_key::NavPlan;
+    if (gpxImport_) gpxImport_->setVisible(voyage);
+    if (gpxExport_) gpxExport_->setVisible(voyage);
 }
 
 UiScreen* fMain::Current_Ui_Screen() const { return dynamic_cast<UiScreen*>(Shell.CurrentScreen); }
@@ -207,18 +244,54 @@ std::unique_ptr<cScreen> fMain::Make_Screen(const std::string& key) {
     } else if (key == screen_key::AltAz || key == screen_key::Planets ||
                key == screen_key::Lunations) {
         screen = std::make_unique<cGeneralForm>(key, client_, &hook_);
+    } else if (key == screen_key::NavPlan) {
+        screen = std::make_unique<cNavPlan>(client_, &hook_);
+    } else if (key == screen_key::Clox) {
+        screen = std::make_unique<CloxView>(client_, &hook_);
     }
     if (screen) screen->Resize(client_->size());
     return screen;
 }
 
 bool fMain::Screen_Available(int windowIndex) {
-    // Main, AltAz, Moon Phases and Solar Bodies; Clocks and Voyage come later.
-    return windowIndex == kMainScreenIndex || windowIndex == 0 || windowIndex == 3 ||
-           windowIndex == 4;
+    // The six grid screens, and the windows of their own that exist.
+    return (windowIndex >= 0 && windowIndex < kGridScreenCount) ||
+           windowIndex == Window_Index_Of(screen_key::Almanac) ||
+           windowIndex == Window_Index_Of(screen_key::PlotStars) ||
+           windowIndex == Window_Index_Of(screen_key::Sights);
 }
 
-void fMain::Open_Separate_Screen(int) {}
+void fMain::Open_Separate_Screen(int windowIndex) {
+    if (windowIndex == Window_Index_Of(screen_key::Almanac)) Show_Almanac();
+    if (windowIndex == Window_Index_Of(screen_key::PlotStars)) Open_Star_Atlas();
+    if (windowIndex == Window_Index_Of(screen_key::Sights)) {
+        // Sights: made on first choice, brought up on the next; it stands beside the grids.
+        if (!sights_) sights_ = new SightsWindow();
+        sights_->show();
+        sights_->raise();
+        sights_->activateWindow();
+    }
+}
+
+AlmanacWindow* fMain::Show_Almanac() {
+    // Made on first opening at the shared moment, then kept with its own date to the end.
+    if (!almanac_) {
+        almanac_ = std::make_unique<AlmanacWindow>(this);
+        almanac_->Start_At(Shell.CurrentJD);
+    }
+    almanac_->show();
+    almanac_->raise();
+    almanac_->activateWindow();
+    return almanac_.get();
+}
+
+void fMain::Update_Sights() {
+    if (sights_) sights_->Force_Update();
+}
+
+SightsWindow* fMain::Sights_Window() const { return sights_; }
+
+void fMain::Update_Atlas() { Update_Star_Atlas(); }
 
 void fMain::End_Edit(bool commit) {
     if (!commit) Edit.Buffer.clear();
@@ -232,11 +305,32 @@ void fMain::Unload_Main() { close(); }
 
 void fMain::Save_Settings() { Save_User_Dat(); }
 
-bool fMain::Open_Help_File() {
-    const QString path =
-        QDir(QCoreApplication::applicationDirPath()).filePath(shell_text::HelpFileName);
-    if (!QFileInfo::exists(path)) return false;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+bool fMain::Open_Help_File() { return Open_Help_Book(this); }
+
+void fMain::Remove_Help_Popup() {
+    if (popup_) popup_->Remove();
+}
+
+void fMain::Show_Intro_Message() {
+    const std::string key = Shell.ScreenName;
+    if (!Take_Intro_Pending(key)) return;
+    const std::string text = Get_FirstUse_Message(key);
+    if (text.empty()) return;
+    // Modal to the main window; the call does not wait, so start-up goes on behind it.
+    if (intro_) intro_->close();
+    intro_ = new QMessageBox(QMessageBox::NoIcon, kIntroCaption, Q(text), QMessageBox::Ok, this);
+    intro_->setAttribute(Qt::WA_DeleteOnClose);
+    intro_->setWindowModality(Qt::WindowModal);
+    intro_->open();
+    ++Intros_Shown;
+}
+
+void fMain::mnuOptions_Click() {
+    Kill_Activities();
+    Show_Options(this, Shell.ScreenName.empty() ? screen_key::Splash : Shell.ScreenName);
+    // The cursor goes back on a valid cell (Main has none).
+    if (auto* form = dynamic_cast<cGeneralForm*>(Shell.CurrentScreen)) form->Grid().Move_Cursor(0);
+    Repaint();
 }
 
 void fMain::Open_Mail() {
@@ -258,6 +352,12 @@ void fMain::closeEvent(QCloseEvent* event) {
 void fMain::Shell_Closing() {
     if (closing_) return;
     closing_ = true;
+    // The exit questions covered the sights: the window goes without asking again.
+    if (sights_) {
+        Shell.SightsChanged = kFalse;
+        delete sights_.data();
+    }
+    Close_Star_Atlas();
     hook_.Release();
     Shut_Down();
 }
@@ -276,10 +376,16 @@ void fMain::SysMsg_MouseUp(int32_t button, int32_t shift, int32_t x, int32_t y) 
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseUp(button, shift, x, y);
 }
 void fMain::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    popup_->Remove();
     client_->setFocus();
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseDown(button, shift, x, y);
 }
 void fMain::SysMsg_MouseMove(int32_t button, int32_t shift, int32_t x, int32_t y) {
+    if (x != mouse::LeaveXY) {
+        popup_->Mouse_Move(x, y);
+    } else {
+        popup_->Remove();
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_MouseMove(button, shift, x, y);
 }
 void fMain::SysMsg_MouseScroll(int32_t delta, int32_t shift, int32_t x, int32_t y) {
@@ -289,7 +395,8 @@ void fMain::SysMsg_Resize(int32_t width, int32_t height) {
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_Resize(width, height);
 }
 void fMain::SysMsg_FocusChange(int32_t active) {
-    // Losing the window ends an edit.
+    // Losing the window ends an edit and removes the help pop-up.
+    if (!active) popup_->Remove();
     if (!active && Shell.Editing) End_Edit(true);
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_FocusChange(active);
 }
@@ -298,10 +405,21 @@ void fMain::SysMsg_hScrollColmShift(int32_t colm) {
 }
 
 void fMain::SysMsg_KeyDown(int32_t key, int32_t shift) {
+    popup_->Remove();
     if (key == 18) return;  // Alt alone
+    // Ctrl+Z and Ctrl+Y: undo and redo, where the menu offers them.
+    if ((shift & mouse::Ctrl) && (key == 'Z' || key == 'Y')) {
+        if (Edit.Editing) End_Edit(true);
+        mnuUndo_Click(key == 'Z' ? 0 : 1);
+        return;
+    }
     if (Edit.Editing && Edit_Key_Down(key)) return;
     // Main has no cursor: its keys are swallowed unless an edit of its date is open.
     if (Shell.ScreenName == screen_key::Splash) return;
+    if (key == 'F' && (shift & mouse::Ctrl) && Shell.ScreenName == screen_key::AltAz) {
+        Open_Find_Star_For_Screen(this);
+        return;
+    }
     if (SysMsgSink* s = Screen_Sink()) s->SysMsg_KeyDown(key, shift);
 }
 

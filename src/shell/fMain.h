@@ -5,6 +5,8 @@
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
 #include <array>
 #include <memory>
 #include <vector>
@@ -13,8 +15,13 @@
 #include "shell/M_SubClass.h"
 #include "shell/cSubClass.h"
 #include "shell/UiScreen.h"
+#include "voyage/cNavPlan_Files.h"
 
 namespace kelmoran {
+
+class AlmanacWindow;
+class HelpPopup;
+class SightsWindow;
 
 class fMain : public QMainWindow, public ShellHost, public SysMsgSink {
     Q_OBJECT
@@ -29,6 +36,8 @@ public:
     std::unique_ptr<cScreen> Make_Screen(const std::string& key) override;
     bool Screen_Available(int windowIndex) override;
     void Open_Separate_Screen(int windowIndex) override;
+    void Update_Sights() override;
+    void Update_Atlas() override;
     void End_Edit(bool commit) override;
     void Repaint() override;
     void Menus_Changed() override;
@@ -37,6 +46,22 @@ public:
     bool Open_Help_File() override;
     void Open_Mail() override;
     void Open_Updates_Page() override;
+    void Remove_Help_Popup() override;
+    void Show_Intro_Message() override;
+
+    // "    &Options    " of the menu bar: the dialogue for the screen that is showing.
+    void mnuOptions_Click();
+    // The help pop-up of the client area, and the Non-Recurring Message last shown.
+    HelpPopup& Popup() { return *popup_; }
+    QMessageBox* Intro_Box() const { return intro_; }
+    int Intros_Shown = 0;
+
+    // A file named on the command line: a voyage plan opens on the Voyage screen, a set of
+    // sights in the Sights window; anything else is refused with a message and the program
+    // goes on as usual.
+    void Open_Command_Line_File(const QString& path);
+    // The Almanac window, made on first use and shown.
+    AlmanacWindow* Show_Almanac();
 
     // The menu actions, for tests and the keyboard.
     QAction* File_Action(int index) const { return file_[static_cast<size_t>(index)]; }
@@ -45,9 +70,14 @@ public:
     QAction* Window_Action(int index) const { return window_[static_cast<size_t>(index)]; }
     QAction* Reset_Time_Action() const { return update_; }
     QAction* Find_Star_Action() const { return search_; }
+    QAction* Gpx_Import_Action() const { return gpxImport_; }
+    QAction* Gpx_Export_Action() const { return gpxExport_; }
     QAction* Undo_Action(int index) const { return undo_[static_cast<size_t>(index)]; }
     QAction* Help_Action(int index) const { return help_[static_cast<size_t>(index)]; }
+    QAction* Options_Action() const { return options_; }
     UiScreen* Current_Ui_Screen() const;
+    // The Sights window while it is open.
+    SightsWindow* Sights_Window() const;
     // The client area, in which the screens paint, and its hook.
     QWidget* Client() const;
     cSubClass& Hook() { return hook_; }
@@ -93,6 +123,17 @@ private:
     QAction* update_ = nullptr;
     QAction* search_ = nullptr;
     bool closing_ = false;
+    std::unique_ptr<AlmanacWindow> almanac_;
+    QPointer<SightsWindow> sights_;
+    std::unique_ptr<HelpPopup> popup_;
+    QPointer<QMessageBox> intro_;
+    cNavPlan_Files planFiles_{this};
+    QAction* gpxImport_ = nullptr;  // the Voyage screen's routes of chart plotters
+    QAction* gpxExport_ = nullptr;
+
+  public:
+    // The plan items of the File menu (tests choose their files through it).
+    cNavPlan_Files& Plan_Files() { return planFiles_; }
 };
 
 }  // namespace kelmoran

@@ -15,6 +15,7 @@
 #include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
+#include "stars/Catalogue_Limits.h"
 #include "stars/M_Resources.h"
 #include "stars/M_Stars.h"
 #include "voyage/Navigation.h"
@@ -213,8 +214,8 @@ Body_Test Test_Body(const Reduction_Work& w, int32_t code, const BodyPlace& plac
     }
     t.Hc = kHalfPi - t.Zc - t.SD - t.Parallax;
     t.Zn_Deg = Round_Even(t.Zn * kDegreesPerRadian, 5);
-    t.Az_Diff = std::fabs(t.Zn_Deg - w.Sight_Az);
-    if (t.Az_Diff > 180) t.Az_Diff = 360 - t.Az_Diff;
+    // Folded into 0 .. 180 whatever the entered azimuth (NaN stays NaN and passes nothing).
+    t.Az_Diff = std::fabs(std::remainder(t.Zn_Deg - w.Sight_Az, 360.0));
     t.Alt_Diff = static_cast<float>(t.Hc - w.Corrected_Alt);
     return t;
 }
@@ -261,7 +262,7 @@ std::string Line_Bearings_Text(double azDeg) {
 }
 
 void Check_Stars_Size(double jd) {
-    const int32_t limit = std::max<int32_t>(SightsFilter.StarCount, body::FirstStar);
+    const int32_t limit = std::clamp<int32_t>(SightsFilter.StarCount, body::FirstStar, kTier4End);
     if (static_cast<int32_t>(StarPlaces.size()) > limit) return;
     if (Catalogue_Upper() < limit) Load_Tiers_For(limit);
     Compute_Star_Places(limit, jd);

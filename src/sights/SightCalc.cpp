@@ -505,6 +505,11 @@ SightCalc_Sheet Calc_Data(const SightSet& set, int row, const SightCalc_Options&
     const Sight_Record& s = set.Sights[row];
     if (s.Has_Body == 0 || s.Body_Id < 0 || s.Body_Id == 9 || s.Body_Id == 10 || s.Body_Id == 11)
         return sheet;
+    // A row that no reduction could have given (no time, altitude or azimuth as numbers)
+    // has no working.
+    if (!std::isfinite(s.Sight_Time) || !std::isfinite(s.Sextant_Alt) ||
+        !std::isfinite(s.Sight_Az) || !std::isfinite(s.Intercept))
+        return sheet;
     SightCalc_Values& v = sheet.Values;
     v.Body_Id = s.Body_Id;
     sheet.Valid = true;

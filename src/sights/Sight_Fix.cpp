@@ -1,6 +1,7 @@
 // The fix and its confidence ellipse.
 #include "sights/Sight_Fix.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "ephemeris/Units.h"
@@ -13,7 +14,16 @@ namespace {
 
 constexpr double kSameLine = 0.00001;  // degrees: two columns that are one line
 
-bool Used(const Sight_Record& s) { return s.Has_Body != 0; }
+// A row with a selected body takes part; one whose line is not a pair of numbers cannot.
+bool Used(const Sight_Record& s) {
+    return s.Has_Body != 0 && std::isfinite(s.Line_Az) && std::isfinite(s.Intercept);
+}
+
+// A position on the sheet in whole pixels, held within a range that any drawing takes.
+int To_Pixel(double v) {
+    if (!std::isfinite(v)) return 0;
+    return static_cast<int>(std::nearbyint(std::clamp(v, -1.0e8, 1.0e8)));
+}
 
 bool Within(float a, float low, float high) { return a >= low && a <= high; }
 
@@ -210,8 +220,8 @@ std::vector<Sheet_Point> Plot_Confidence_Ellipse(int cx, int cy, float plotScale
         const double t = deg / kDegreesPerRadian;
         const double ex = std::nearbyint((a1 * std::cos(t) * st - a2 * std::sin(t) * ct) * s);
         const double ey = std::nearbyint((a1 * std::cos(t) * ct + a2 * std::sin(t) * st) * s);
-        points.push_back({static_cast<int>(std::nearbyint(x0 + ex)),
-                          static_cast<int>(std::nearbyint(y0 - ey))});
+        points.push_back({To_Pixel(x0 + ex),
+                          To_Pixel(y0 - ey)});
     }
     return points;
 }
@@ -246,8 +256,8 @@ Fix_Result Calc_Fix(const SightSet& set, float plotScale, int width, int height,
     Fix_Result r;
     bool any = false;
     for (const Sight_Record& s : set.Sights) any = any || Used(s);
-    const int cx = static_cast<int>(std::nearbyint(width / 2.0));
-    const int cy = static_cast<int>(std::nearbyint(height / 2.0));
+    const int cx = To_Pixel(width / 2.0);
+    const int cy = To_Pixel(height / 2.0);
     if (any) {
         r.Good_Pairs = Merge_Close_Lines(set, r.Lines);
         Intersect_Lines(r.Lines, r.dLat, r.dDep, plotScale);
@@ -260,8 +270,8 @@ Fix_Result Calc_Fix(const SightSet& set, float plotScale, int width, int height,
     }
     Calc_Final_Position(set.Fix_Sight.DR_Lat, set.Fix_Sight.DR_Long, r.dLat, r.dDep, r.Fix_Lat,
                         r.Fix_Longt);
-    const int x = static_cast<int>(std::nearbyint(cx + r.dDep * kArcsecPerRadian * plotScale));
-    const int y = static_cast<int>(std::nearbyint(cy - r.dLat * kArcsecPerRadian * plotScale));
+    const int x = To_Pixel(cx + r.dDep * kArcsecPerRadian * plotScale);
+    const int y = To_Pixel(cy - r.dLat * kArcsecPerRadian * plotScale);
     r.Cross = {Sheet_Point{x - kFixCrossHalf, y}, Sheet_Point{x + kFixCrossHalf, y},
                Sheet_Point{x, y - kFixCrossHalf}, Sheet_Point{x, y + kFixCrossHalf}};
     r.Circle_Centre = {x, y};

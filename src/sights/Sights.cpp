@@ -2,6 +2,7 @@
 #include "sights/Sights.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -9,7 +10,9 @@
 
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
+#include "settings/Value_Checks.h"
 #include "sights/M_Sights.h"
+#include "stars/Catalogue_Limits.h"
 #include "voyage/Navigation.h"
 #include "voyage/Position_Methods.h"
 
@@ -39,6 +42,81 @@ std::vector<unsigned char> Observer_Bytes(const SettingsRecord& settings) {
     std::vector<unsigned char> bytes = Encode_User_Dat(settings, 0);
     bytes.resize(bytes.size() - sizeof(int32_t));
     return bytes;
+}
+
+// A 16-bit flag of the file as the program holds it: 0 or -1.
+int16_t Flag(int16_t v) { return v != 0 ? kTrue : kFalse; }
+
+// A number worked out by a reduction: kept if finite, else 0 (a reduction of the row
+// works it again).
+void Finite_Or_Zero(float& v) {
+    if (!std::isfinite(v)) v = 0;
+}
+
+// Checks a row read from a file against what its fields mean. False when what the user
+// entered cannot be a sight (a time outside the years the program offers, an altitude
+// beyond the zenith, an azimuth off the compass, a date that no control shows): the row
+// is then taken as empty. Otherwise the flags are made 0 or -1, the worked numbers made
+// finite, and a row that cannot be reduced (no altitude or no azimuth) holds no body.
+bool Check_Sight_Row(Sight_Record& r) {
+    r.Row_Used = Flag(r.Row_Used);
+    r.Has_Body = Flag(r.Has_Body);
+    r.Az_Entered = Flag(r.Az_Entered);
+    r.Alt_Entered = Flag(r.Alt_Entered);
+    if (!Is_Moment(r.Sight_Time)) return false;
+    if (r.Alt_Entered != 0 && !Within(r.Sextant_Alt, -kHalfPi, kHalfPi)) return false;
+    if (r.Az_Entered != 0 && !Within(r.Sight_Az, 0, 360)) return false;
+    // The entered date as the row's controls show it (0 where nothing was entered yet).
+    if (!Within(r.Sight_Year, -9999, 9999) || !Within(r.Sight_Month, 0, 12) ||
+        !Within(r.Sight_Day, 0, 31) || !Within(r.Sight_Hour, 0, 23) ||
+        !Within(r.Sight_Minute, 0, 59) || !Within(r.Sight_Second, 0, 59))
+        return false;
+    for (float* v : {&r.Sextant_Alt, &r.Sight_Az, &r.DR_Lat, &r.DR_Long, &r.Sun_Alt,
+                     &r.Intercept, &r.Line_Az})
+        Finite_Or_Zero(*v);
+    if (!Is_Latitude(r.DR_Lat) || !Is_Longitude(r.DR_Long)) r.DR_Lat = r.DR_Long = 0;
+    if (r.Alt_Entered == 0 || r.Az_Entered == 0 || !Within(r.Body_Id, 0, kTier4End) ||
+        r.Candidate_No < -2) {
+        r.Has_Body = 0;
+        r.Candidate_No = -1;
+        r.Intercept = 0;
+        r.Line_Az = 0;
+    }
+    return true;
+}
+
+// The filter limits of a file, each replaced by its first-run value when it is not one
+// the Filter tab could have set.
+void Check_Filter(SightsFilterState& f) {
+    const SettingsRecord d = First_Run_Settings();
+    if (!Within(f.AltLimit * kArcminPerRadian, 0, 600.5))
+        f.AltLimit = static_cast<float>(d.SightAltLimit / kArcminPerRadian);
+    if (!Within(f.AzLimit, 0, 180)) f.AzLimit = d.SightAzLimit;
+    if (!Within(f.StarCount, 0, kTier4End)) f.StarCount = d.SightStarCount;
+}
+
+// The record of the fix time: a time outside the program's years is not put in use; the
+// fix then takes the moment in use, `now`, shown in the zone of `bias`. A DR that is no
+// place is worked again for the fix time (a load that ends early keeps the file's).
+void Check_Fix(Sight_Record& fix, double now, int32_t bias) {
+    if (Is_Moment(fix.Sight_Time)) {
+        if (!Is_Latitude(fix.DR_Lat) || !Is_Longitude(fix.DR_Long)) {
+            float course = 0, speed = 0;
+            Get_Position(fix.Sight_Time, fix.DR_Lat, fix.DR_Long, course, speed);
+        }
+        return;
+    }
+    fix = Sight_Record{};
+    fix.Sight_Time = now;
+    const MySystemTime t = JD_To_Date(now + bias / 1440.0);
+    fix.Sight_Year = t.wYear;
+    fix.Sight_Month = t.wMonth;
+    fix.Sight_Day = t.wDay;
+    fix.Sight_Hour = t.wHour;
+    fix.Sight_Minute = t.wMinute;
+    fix.Sight_Second = t.wSecond;
+    float course = 0, speed = 0;
+    Get_Position(now, fix.DR_Lat, fix.DR_Long, course, speed);
 }
 
 bool Row_Complete(std::span<const unsigned char> bytes, std::size_t pos) {
@@ -195,12 +273,17 @@ Load_Result Load_Sights_Bytes(SightSet& set, std::span<const unsigned char> byte
 
     int32_t fileBias = set.My_TZ_Bias;
     Get(bytes, 0, fileBias);
+    if (!Is_Zone_Bias(fileBias)) fileBias = 0;
+    const SightsFilterState formerFilter = SightsFilter;
     Get(bytes, 4, SightsFilter.AltLimit);
     Get(bytes, 8, SightsFilter.AzLimit);
     Get(bytes, 12, SightsFilter.StarCount);
+    Check_Filter(SightsFilter);
     Get(bytes, kSightFixOffset, set.Fix_Sight);
+    Check_Fix(set.Fix_Sight, Shell.CurrentJD, fileBias);
     const int16_t formerCalendar = Shell.CalendarChoice;
     Get(bytes, kSightCalendarOffset, Shell.CalendarChoice);
+    Shell.CalendarChoice = Flag(Shell.CalendarChoice);
 
     // The observer record into a copy that starts as the settings in use, so that a file
     // cut short in its header shows no difference for what it lacks.
@@ -223,13 +306,14 @@ Load_Result Load_Sights_Bytes(SightSet& set, std::span<const unsigned char> byte
         observer.insert(observer.end(), planPath.begin(), planPath.end());
         int32_t unusedBias = 0;
         Decode_User_Dat(observer, file, unusedBias);
+        Check_Settings(file, unusedBias);
     }
 
     for (int row = 0; row <= set.Max_Sight(); ++row) {
         const std::size_t pos = rowStart + static_cast<std::size_t>(row) * kRowBytes;
         Sight_Record record{};
         if (row <= rows && Row_Complete(bytes, pos)) Get(bytes, pos, record);
-        if (record.Row_Used == 0) {
+        if (record.Row_Used == 0 || !Check_Sight_Row(record)) {
             set.Blank_Row(row);
             if (host != nullptr) host->Row_Blanked(row);
         } else {
@@ -251,6 +335,7 @@ Load_Result Load_Sights_Bytes(SightSet& set, std::span<const unsigned char> byte
                             : MsgAnswer::No;
         if (answer == MsgAnswer::Cancel) {
             Shell.CalendarChoice = formerCalendar;
+            SightsFilter = formerFilter;
             return Load_Result::Cancelled;
         }
         if (answer == MsgAnswer::Yes) {

@@ -61,6 +61,8 @@ double Place_Interval(const CatalogueStar& star) {
 
 void Compute_Star_Places(int32_t highest, double jd) {
     if (highest < 0) return;
+    // No star lies beyond the deepest tier: a larger count asks for nothing more.
+    highest = std::min(highest, kTier4End);
     size_t old = StarPlaces.size();
     if (StarPlaces.size() < static_cast<size_t>(highest) + 1) StarPlaces.resize(highest + 1);
     for (size_t s = old; s < StarPlaces.size() && s < 12; ++s) {
@@ -107,6 +109,10 @@ StarNames Star_Names_Of(int32_t star) {
         }
     }
     return names;
+}
+
+std::string Variable_Designation(const VariableStarEntry& v) {
+    return Variable_Text(v);
 }
 
 std::string Greek_Letter_Name(char code) {

@@ -54,6 +54,10 @@ double Place_Interval(const CatalogueStar& star);
 // An index outside the catalogue gives empty names.
 StarNames Star_Names_Of(int32_t star);
 
+// The designation of a variable-star row: its letters trimmed at the end ("RR", "V 343"),
+// or "NSV " and the number for a suspected variable.
+std::string Variable_Designation(const VariableStarEntry& v);
+
 // The spoken name of a Greek letter code ('a' "Alpha" .. 'w' "Omega"); empty otherwise.
 std::string Greek_Letter_Name(char code);
 

@@ -49,24 +49,27 @@ std::optional<int32_t> Parse_Zone_Text(const std::string& text) {
     return text[1] == '-' ? -minutes : minutes;
 }
 
-int32_t Row_Ship_Time(const VoyagePlan& plan, int row) {
-    int32_t zone = plan.Header.ETD_Minutes;
+int32_t Ship_Time_After(const std::string& d, int32_t zone) {
     const std::string markers[] = {clox_text::Retarded, clox_text::Advanced,
                                    clox_text::DateChange};
-    for (int i = 0; i <= row && i < plan.Row_Count(); ++i) {
-        const std::string& d = plan.Way_Points[static_cast<size_t>(i)].Description;
-        for (const std::string& m : markers) {
-            const std::size_t at = d.rfind(m);
-            if (at == std::string::npos) continue;
-            const std::size_t colon = d.find(clox_text::Separator, at);
-            if (colon == std::string::npos) continue;
-            std::string value = d.substr(colon + 2);
-            const std::size_t stop = value.find_first_of("; ");
-            if (stop != std::string::npos) value.resize(stop);
-            if (auto z = Parse_Zone_Text(value)) zone = *z;
-            break;
-        }
+    for (const std::string& m : markers) {
+        const std::size_t at = d.rfind(m);
+        if (at == std::string::npos) continue;
+        const std::size_t colon = d.find(clox_text::Separator, at);
+        if (colon == std::string::npos) continue;
+        std::string value = d.substr(colon + 2);
+        const std::size_t stop = value.find_first_of("; ");
+        if (stop != std::string::npos) value.resize(stop);
+        if (auto z = Parse_Zone_Text(value)) zone = *z;
+        break;
     }
+    return zone;
+}
+
+int32_t Row_Ship_Time(const VoyagePlan& plan, int row) {
+    int32_t zone = plan.Header.ETD_Minutes;
+    for (int i = 0; i <= row && i < plan.Row_Count(); ++i)
+        zone = Ship_Time_After(plan.Way_Points[static_cast<size_t>(i)].Description, zone);
     return zone;
 }
 
@@ -101,8 +104,8 @@ void Calculate_Ship_Time(VoyagePlan& plan) {
     }
 }
 
-void Take_Ship_Time_From_Plan(VoyagePlan& plan) {
-    Plan_Undo.Push_Clox_State(plan);
+void Take_Ship_Time_From_Plan(VoyagePlan& plan, bool undoStep) {
+    if (undoStep) Plan_Undo.Push_Clox_State(plan);
     const int days = Clox_Day_Count(plan);
     plan.Ship_Time.assign(static_cast<size_t>(days), plan.Header.ETD_Minutes);
     for (int d = 0; d < days; ++d) {

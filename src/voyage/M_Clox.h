@@ -40,6 +40,8 @@ std::optional<int32_t> Parse_Zone_Text(const std::string& text);
 // The zone (minutes east) the ship keeps from each row on: the ETD's zone, changed at each
 // row whose Description carries a clock change ("Clocks Advanced: Z+2" and the like).
 int32_t Row_Ship_Time(const VoyagePlan& plan, int row);
+// The zone in force after a row of that Description, `zone` being the one before it.
+int32_t Ship_Time_After(const std::string& description, int32_t zone);
 
 // The text of a change from zone `before` to zone `after` (minutes east), or "" when
 // they are equal: "Clocks Retarded", "Clocks Advanced", "Date Change" or
@@ -47,12 +49,17 @@ int32_t Row_Ship_Time(const VoyagePlan& plan, int row);
 std::string Clock_Change_Text(int32_t before, int32_t after);
 
 // "&Calculate Ship Time": each day's zone is the nominal zone of the longitude on the
-// plan at the day's moment, Round(degrees ÷ 15) hours, east positive; a zone of more than
-// 12.5 hours either way has 60 minutes taken off its size. An undo step (Clocks) first.
+// plan at the day's moment, Round(degrees ÷ 15) hours, east positive. A ship keeps the
+// zone of its longitude, and at the date line that is ±12 hours at most: from 172.5° E to
+// the line the zone is Z+12, from the line to 172.5° W it is Z-12, and the crossing is a
+// change of date with the clocks unchanged. A zone above 12.5 hours either way (which
+// the rounding cannot give for a longitude within ±180°) has 60 minutes taken off its
+// size. An undo step (Clocks) first.
 void Calculate_Ship_Time(VoyagePlan& plan);
 
 // "&Take Ship Time from Plan": each day takes the zone of the plan's row in force then.
-void Take_Ship_Time_From_Plan(VoyagePlan& plan);
+// Without `undoStep` no undo state is taken (the screen filling a table it has not got).
+void Take_Ship_Time_From_Plan(VoyagePlan& plan, bool undoStep = true);
 
 // "&Apply to Voyage Plan": each day whose zone differs from the one before (the first
 // from the ETD's zone) becomes a clock change in the plan. Within the window of the day

@@ -85,4 +85,20 @@ void cPlanUndo::Refresh() const {
     Shell.Menus.mnuUndo[1].Enabled = screen && !redo_.empty();
 }
 
+void mnuUndo_Click(int index) {
+    const auto& item = Shell.Menus.mnuUndo[index == 0 ? 0 : 1];
+    if (!item.Visible || !item.Enabled) return;
+    Kill_Activities();
+    if (index == 0) {
+        Plan_Undo.Undo(Voyage);
+    } else {
+        Plan_Undo.Redo(Voyage);
+    }
+    if (Shell.CurrentScreen) Shell.CurrentScreen->CalcDates();
+    if (Shell.Host) {
+        Shell.Host->Menus_Changed();
+        Shell.Host->Repaint();
+    }
+}
+
 }  // namespace kelmoran

@@ -60,4 +60,9 @@ private:
 // The program's one pair of stacks.
 extern cPlanUndo Plan_Undo;
 
+// "    &Undo" (0) and "    &Redo" (1) of the menu bar, and Ctrl+Z, Ctrl+Y: on Voyage and
+// Clocks only, when the stack has a state. The screen showing recalculates and the menus
+// are rewritten.
+void mnuUndo_Click(int index);
+
 }  // namespace kelmoran

@@ -1,9 +1,5 @@
 #include "voyage/Voyage_File.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -11,7 +7,9 @@
 #include <fstream>
 #include <iterator>
 
+#include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
+#include "settings/Value_Checks.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Plan_Undo.h"
 
@@ -183,11 +181,19 @@ bool Decode_Plan(std::span<const unsigned char> bytes, VoyagePlan& out) {
         if (r.bad) return false;
         // A position that is not a number, or off the globe, is damage.
         if (!(std::fabs(w.Lat) <= 1.5707964) || !(std::fabs(w.Long) <= 6.2831854)) return false;
+        // A speed no ship makes is taken as none: the leg gets the default speed.
+        if (!Is_Ship_Speed(w.Speed)) w.Speed = 0;
     }
     for (int i = 0; i <= highExtra; ++i) p.Extra_List.push_back(r.Get_String());
     p.Last_Value = r.Get<int16_t>();
     if (r.bad || !r.At_End()) return false;
-    if (!std::isfinite(h.Plan_Start) || !std::isfinite(h.Plan_End)) return false;
+    // The start must be a moment of the program's years; the end is worked again.
+    if (!Is_Moment(h.Plan_Start)) return false;
+    if (!Is_Moment(h.Plan_End)) h.Plan_End = h.Plan_Start;
+    for (float* v : {&h.Fixed_Speed_1, &h.Fixed_Speed_2, &h.Fixed_Speed_3, &h.Default_Speed})
+        if (!Is_Ship_Speed(*v)) *v = 0;
+    if (!Is_Zone_Bias(h.ETD_Minutes)) h.ETD_Minutes = 0;
+    if (!Is_Zone_Bias(h.ETA_Minutes)) h.ETA_Minutes = 0;
     p.Test_Wpts_Valid();
     out = std::move(p);
     return true;
@@ -243,40 +249,13 @@ bool Save_Plan(const std::string& pathIn, VoyagePlan& plan, SettingsRecord& sett
     copy.Header.Title = title;
     const std::vector<unsigned char> bytes = Encode_Plan(copy);
 
-    std::string tmp =
-        (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) /
-        ("." + target.filename().string() + ".XXXXXX");
-    std::vector<char> name(tmp.begin(), tmp.end());
-    name.push_back('\0');
-    const int fd = ::mkstemp(name.data());
-    if (fd < 0) {
+    // A plan that would not read back as it is (a time or speed out of range) is not
+    // written: the old file stays.
+    VoyagePlan back;
+    if (!Decode_Plan(bytes, back) || Encode_Plan(back) != bytes ||
+        !Write_File_Replacing(path, bytes)) {
         message = voyage_file_text::NotWritten;
         return false;
-    }
-    bool ok = true;
-    std::size_t done = 0;
-    while (ok && done < bytes.size()) {
-        const ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0)
-            ok = false;
-        else
-            done += static_cast<std::size_t>(n);
-    }
-    if (ok && ::fsync(fd) != 0) ok = false;
-    if (::close(fd) != 0) ok = false;
-    if (ok && std::rename(name.data(), path.c_str()) != 0) ok = false;
-    if (!ok) {
-        ::unlink(name.data());
-        message = voyage_file_text::NotWritten;
-        return false;
-    }
-    // Make the rename itself durable.
-    const std::string dir = target.parent_path().empty() ? "." : target.parent_path().string();
-    const int dfd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY);
-    if (dfd >= 0) {
-        ::fsync(dfd);
-        ::close(dfd);
     }
     plan.Header.Path = path;
     plan.Header.File_Named = kTrue;

@@ -6,6 +6,7 @@
 #include "ephemeris/Units.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
+#include "settings/Value_Checks.h"
 #include "shell/M_Kelmoran.h"
 #include "voyage/Navigation.h"
 #include "voyage/Plan_Text.h"
@@ -194,7 +195,7 @@ void VoyagePlan::Revalidate() {
 }
 
 void VoyagePlan::Edit_Speed(int r, float speed) {
-    if (!In_Range(*this, r) || !std::isfinite(speed) || speed < 0) return;
+    if (!In_Range(*this, r) || !Is_Ship_Speed(speed)) return;
     Changed();
     Way_Points[static_cast<size_t>(r)].Speed = speed;
     Recalc_Plan();
@@ -249,7 +250,7 @@ bool VoyagePlan::Edit_Row_ETA(int r, double etaJD) {
 }
 
 void VoyagePlan::Set_Speeds(float speed) {
-    if (!std::isfinite(speed) || speed < 0) return;
+    if (!Is_Ship_Speed(speed)) return;
     Changed();
     Header.Default_Speed = speed;
     int first = -1;

@@ -67,6 +67,7 @@ TEST(LocalEclipse, TwoTotalEclipsesAtTwentyPlacesAgainstTheSwissEphemeris) {
             ++seen;
             EXPECT_EQ(ours.Central, (flags & (SE_ECL_TOTAL | SE_ECL_ANNULAR)) != 0) << p.name;
             central += ours.Central ? 1 : 0;
+            EXPECT_NEAR(ours.Magnitude, attr[0], 0.01) << p.name;
             const double mine[5] = {ours.Maximum, ours.FirstContact, ours.SecondContact,
                                     ours.ThirdContact, ours.LastContact};
             for (int i = 0; i < 5; ++i) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -182,6 +183,35 @@ TEST_F(UserDat, ShortFileLeavesTheTailAtZero) {
     Write_Bytes(File(), bytes);
     EXPECT_TRUE(Load_User_Dat());
     EXPECT_EQ(Settings.DefaultPlanFile, "abc");
+    EXPECT_EQ(TZ_Bias, 0);
+}
+
+// What a damaged or hand-made file holds out of its meaning starts afresh at load: a star
+// count past the catalogue killed the first sight reduction, a NaN position or an endless
+// fix time reached every screen. Values in range stay as they were.
+TEST_F(UserDat, OutOfRangeValuesTakeTheirFirstRunValues) {
+    Set_First_Run_Defaults();
+    const SettingsRecord first = Settings;
+    Settings.SightStarCount = 2147483647;
+    Settings.ObserverLat = NAN;
+    Settings.ObserverLong = 1e30f;
+    Settings.FixSpeed = 1e-39f;
+    Settings.FixTime = 1e20;
+    Settings.Temp = -273.0f;
+    Settings.SightAzLimit = -1e31f;
+    Settings.PositionMethod = 7;
+    Settings.IndexError = 2.5f;  // in range: kept
+    Write_Bytes(File(), Encode_User_Dat(Settings, 100000));
+    ASSERT_TRUE(Load_User_Dat());
+    EXPECT_EQ(SightsFilter.StarCount, 280);
+    EXPECT_EQ(Settings.ObserverLat, first.ObserverLat);
+    EXPECT_EQ(Settings.ObserverLong, first.ObserverLong);
+    EXPECT_EQ(Settings.FixSpeed, first.FixSpeed);
+    EXPECT_EQ(Settings.FixTime, first.FixTime);
+    EXPECT_EQ(Settings.Temp, first.Temp);
+    EXPECT_EQ(SightsFilter.AzLimit, first.SightAzLimit);
+    EXPECT_EQ(Settings.PositionMethod, 0);
+    EXPECT_EQ(Settings.IndexError, 2.5f);
     EXPECT_EQ(TZ_Bias, 0);
 }
 

@@ -495,6 +495,76 @@ TEST_F(ScreenRows, MoonPhasesEclipseMarks) {
     EXPECT_GE(marks, 2);
 }
 
+// Every phase of the shown year is in the table, from its first week to its last, in the
+// Julian and the Gregorian calendar; a year before AD 1 is shown in the Julian calendar
+// whichever is chosen, so both choices give it the same phases and eclipses.
+TEST_F(ScreenRows, MoonPhasesFillTheirWholeYearInEitherCalendar) {
+    const int16_t chosen = Shared_JulDates;
+    for (int year : {-9999, -1, 1, 2024, 9999}) {
+        std::vector<LunationPhase> byCalendar[2];
+        int eclipses[2] = {0, 0};
+        for (int julian = 0; julian < 2; ++julian) {
+            Shared_JulDates = julian ? kTrue : kFalse;
+            EclipseTable table;
+            const std::vector<LunationPhase> phases = Fill_Lunation_Year(year, 0, table);
+            eclipses[julian] = table.Count;
+            ASSERT_GE(phases.size(), 48u) << year << " julian " << julian;
+            EXPECT_EQ(phases.front().Month, 1);
+            EXPECT_LE(phases.front().Day, 8);
+            EXPECT_EQ(phases.back().Month, 12);
+            EXPECT_GE(phases.back().Day, 24) << year << " julian " << julian;
+            for (size_t i = 1; i < phases.size(); ++i)
+                EXPECT_EQ(phases[i].Phase, (phases[i - 1].Phase + 1) % 4) << year << " " << i;
+            byCalendar[julian] = phases;
+        }
+        if (year < 1) {
+            ASSERT_EQ(byCalendar[0].size(), byCalendar[1].size()) << year;
+            for (size_t i = 0; i < byCalendar[0].size(); ++i)
+                EXPECT_EQ(byCalendar[0][i].ZoneJD, byCalendar[1][i].ZoneJD);
+            EXPECT_EQ(eclipses[0], eclipses[1]) << year;
+        }
+    }
+    Shared_JulDates = chosen;
+}
+
+// The texts of every screen over the whole range of years, at the poles and on the date
+// line: never a NaN or an infinity ("nan", "inf%").
+TEST_F(ScreenRows, NoScreenShowsANaNOrAnInfinityFromYear9999BCTo9999) {
+    const double first = Moment(-9999, 1, 1, 0), last = Moment(9999, 12, 31, 23);
+    const double observers[4][2] = {{90, 180}, {-90, -180}, {0, 180}, {-45, -180}};
+    auto clean = [](const std::string& text) {
+        std::string lower = text;
+        for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        return lower.find("nan") == std::string::npos && lower.find("inf") == std::string::npos;
+    };
+    auto check = [&](const std::vector<std::vector<std::string>>& labels, double jd) {
+        for (const auto& column : labels)
+            for (const std::string& cell : column) ASSERT_TRUE(clean(cell)) << jd << ": " << cell;
+    };
+    auto check_main = [&](double jd, bool seconds) {
+        const MainPage page = Main_Rows(jd, seconds);
+        for (const auto* block : {&page.Day, &page.Moon})
+            for (const MainLine& line : *block)
+                ASSERT_TRUE(clean(line.Value)) << jd << ": " << line.Label << line.Value;
+    };
+    // Moments no date control offers, as a damaged file could once set them.
+    for (double jd : {1e20, -1e20, 1e300, 5e6, -5e6}) check_main(jd, false);
+    // Each moment goes to one of the dearer screens in turn (Moon Phases, a year's fill,
+    // to one in forty); Solar Bodies to all.
+    constexpr int kMoments = 2000;
+    for (int i = 0; i < kMoments; ++i) {
+        const double jd = first + (last - first) * i / (kMoments - 1);
+        Observe_From(observers[i % 4][0], observers[i / 4 % 4][1]);
+        if (i % 4 == 0)
+            check_main(jd, i % 8 == 0);
+        else if (i % 40 == 1)
+            check(Lunations_Rows(jd).Labels, jd);
+        else
+            check(AltAz_Rows(jd, false).Labels, jd);
+        check(Planets_Rows(jd, 2, false).Labels, jd);
+    }
+}
+
 // Odd filters, intervals and far dates give tables, never a failure.
 TEST_F(ScreenRows, OddInputGivesTables) {
     for (int32_t mode : {-1, 2, 3, 4, 9}) {

@@ -9,6 +9,7 @@
 #include "settings/SettingsRecord.h"
 #include "shell/Date_Record.h"
 #include "shell/M_Kelmoran.h"
+#include "voyage/Plan_Undo.h"
 
 namespace kelmoran {
 namespace {
@@ -176,13 +177,17 @@ TEST_F(ShellTest, ScreensAreMadeOnceHiddenNotDestroyedAndMenusFollow) {
     mnuWindow_Click(1);  // Clocks
     EXPECT_FALSE(Shell.Menus.mnuSearch.Enabled);
     EXPECT_FALSE(Shell.Menus.mnuUpdate.Enabled);
+    // Undo and redo follow what the stacks hold, and only here and on Voyage.
+    EXPECT_FALSE(Shell.Menus.mnuUndo[0].Enabled);
+    Plan_Undo.Push_Clox_State(Voyage);
     EXPECT_TRUE(Shell.Menus.mnuUndo[0].Enabled);
-    EXPECT_TRUE(Shell.Menus.mnuUndo[1].Enabled);
+    EXPECT_FALSE(Shell.Menus.mnuUndo[1].Enabled);
 
     mnuWindow_Click(0);
     EXPECT_EQ(host.made["AltAz"], 1);
     EXPECT_EQ(Shell.CurrentScreen, altaz);  // the same object, kept while hidden
     EXPECT_FALSE(Shell.Menus.mnuUndo[0].Enabled);
+    Plan_Undo.Reset();
 
     // Separate windows change nothing of the grid screens.
     mnuWindow_Click(8);
@@ -428,7 +433,7 @@ TEST_F(ShellTest, HelpMenu) {
     host.helpExists = false;
     mnuHelp_Click(0);
     EXPECT_EQ(host.asked[1],
-              "File Deleted|\r\nThe Help File, Kelmoran Help.chm has been deleted.\r\n");
+              "File Deleted|\r\nThe Help File, Kelmoran Help.html has been deleted.\r\n");
     EXPECT_FALSE(Shell.Menus.mnuHelp[0].Visible);
     File_Menu_Action(11);
     EXPECT_EQ(host.unloads, 1);

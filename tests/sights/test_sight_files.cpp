@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "sight_support.h"
+#include "stars/M_Resources.h"
 
 namespace kelmoran {
 namespace {
@@ -22,6 +23,8 @@ class Script_Host : public SightsHost {
         return Answer;
     }
     void Load_Plan(const std::string& path) override { Plans.push_back(path); }
+    void Row_Blanked(int row) override { Blanked.push_back(row); }
+    std::vector<int> Blanked;
 };
 
 void Base_Settings() {
@@ -208,6 +211,74 @@ TEST_F(SightFiles, AnswersToTheDifferences) {
     ASSERT_EQ(host.Plans.size(), 1u);
     EXPECT_EQ(host.Plans[0], "/plans/North Sea.Voy");
     EXPECT_EQ(again.Fix_Sight.DR_Lat, Settings.ObserverLat);  // DR of the fix time
+}
+
+// Numbers that no screen could have written: each is checked before use, so the load ends
+// promptly and leaves nothing that a later step turns into a crash.
+TEST_F(SightFiles, HostileNumbersAreReplacedOrTheRowTakenAsEmpty) {
+    Load_Star_Tables();
+    const double moment = 8000.5;
+    auto file = [&](auto&& change) {
+        SightSet set = Sample_Set(6, 3);
+        set.Sights[0].Has_Body = kTrue;  // reduced again at load, stars and all
+        set.Sights[0].Body_Id = 20;
+        change(set);
+        return Encode_Sights(set, Settings);
+    };
+    auto put = [](std::vector<unsigned char>& bytes, std::size_t at, auto value) {
+        std::memcpy(bytes.data() + at, &value, sizeof value);
+    };
+    // A star count past the catalogue ended the program (an overflow, then an allocation
+    // that failed) or took seconds and gigabytes; the Filter tab's first value stands in.
+    for (int32_t count : {2147483647, 33554432, -5}) {
+        std::vector<unsigned char> bytes = file([](SightSet&) {});
+        put(bytes, 12, count);
+        SightSet set(6);
+        Shell.CurrentJD = moment;
+        EXPECT_EQ(Load(set, bytes), Load_Result::Same);
+        EXPECT_EQ(SightsFilter.StarCount, 280) << count;
+        EXPECT_EQ(set.Sights[0].Row_Used, kTrue);
+    }
+    // An azimuth off the compass let every star through the filter; a time that is no
+    // moment of the program's years; a body kept without an altitude entered, with the
+    // file's NaN intercept and time.
+    std::vector<unsigned char> bytes = file([](SightSet& set) {
+        set.Sights[0].Sight_Az = -1e31f;
+        set.Sights[1].Sight_Time = 1e20;
+        set.Sights[2].Has_Body = kTrue;
+        set.Sights[2].Alt_Entered = 0;
+        set.Sights[2].Intercept = NAN;
+        set.Fix_Sight.Sight_Time = NAN;
+    });
+    SightSet set(6);
+    Shell.CurrentJD = moment;
+    host.Blanked.clear();
+    Load(set, bytes);
+    EXPECT_EQ(set.Sights[0].Row_Used, 0);
+    EXPECT_EQ(set.Sights[1].Row_Used, 0);
+    EXPECT_EQ(host.Blanked, (std::vector<int>{0, 1, 3, 4, 5, 6}));
+    EXPECT_EQ(set.Sights[2].Has_Body, 0);
+    EXPECT_EQ(set.Sights[2].Intercept, 0.0f);
+    EXPECT_EQ(Shell.CurrentJD, moment);  // a NaN fix time is not the moment of the screens
+    EXPECT_EQ(set.Fix_Sight.Sight_Time, moment);
+    EXPECT_TRUE(std::isfinite(set.Fix_Sight.DR_Lat));
+}
+
+// A load cancelled at the differences leaves the filter of the settings in use (and so in
+// User.Dat at exit), as it leaves the bias and the calendar.
+TEST_F(SightFiles, CancelledLoadKeepsTheFilterInUse) {
+    const SightsFilterState before = SightsFilter;
+    SettingsRecord fileSettings = Settings;
+    fileSettings.Pressure = 990.0f;
+    SightsFilter.AzLimit = 45.0f;
+    SightsFilter.StarCount = 1520;
+    const std::vector<unsigned char> bytes = Encode_Sights(Sample_Set(6, 1), fileSettings);
+    SightsFilter = before;
+    SightSet set(6);
+    host.Answer = MsgAnswer::Cancel;
+    EXPECT_EQ(Load(set, bytes), Load_Result::Cancelled);
+    EXPECT_EQ(SightsFilter.AzLimit, before.AzLimit);
+    EXPECT_EQ(SightsFilter.StarCount, before.StarCount);
 }
 
 TEST_F(SightFiles, RowsAndFileName) {

@@ -1,7 +1,12 @@
 // The voyage file: byte-for-byte round trips, kept fields, refusal of damaged files, the
 // safe save, and the default-plan rules.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <cmath>
+#include <csignal>
 
 #include <filesystem>
 #include <fstream>
@@ -176,6 +181,65 @@ TEST_F(VoyageFile, DamagedFilesAreRefused) {
     const std::string path = inUse.Header.Path;
     EXPECT_FALSE(Save_Plan((dir_ / "no" / "such.Voy").string(), inUse, settings_, msg_));
     EXPECT_EQ(inUse.Header.Path, path);
+}
+
+// A leg speed no ship makes (1e-39 kn made every later time infinite) is taken as none
+// and the leg sails at the default speed; a plan that would not read back is never
+// reported saved, and its old file stays.
+TEST_F(VoyageFile, SpeedsOutOfRangeAndPlansThatCannotBeReadBack) {
+    VoyagePlan p = Sample();
+    p.Way_Points[0].Speed = 1e-39f;
+    p.Way_Points[1].Speed = NAN;
+    const Bytes hostile = Encode_Plan(p);
+    std::ofstream(At("slow.Voy"), std::ios::binary)
+        .write(reinterpret_cast<const char*>(hostile.data()),
+               static_cast<std::streamsize>(hostile.size()));
+    VoyagePlan loaded;
+    ASSERT_TRUE(Load_Plan(At("slow.Voy"), loaded, msg_));
+    EXPECT_EQ(loaded.Way_Points[0].Speed, loaded.Header.Default_Speed);
+    for (const Way_Point& w : loaded.Way_Points) EXPECT_TRUE(std::isfinite(w.Time));
+    ASSERT_TRUE(Save_Plan(At("slow.Voy"), loaded, settings_, msg_));
+    VoyagePlan again;
+    EXPECT_TRUE(Load_Plan(At("slow.Voy"), again, msg_));
+
+    const Bytes before = Read_All(At("slow.Voy"));
+    p.Header.Plan_Start = INFINITY;
+    EXPECT_FALSE(Save_Plan(At("slow.Voy"), p, settings_, msg_));
+    EXPECT_EQ(msg_, voyage_file_text::NotWritten);
+    EXPECT_EQ(Read_All(At("slow.Voy")), before);
+}
+
+// A save keeps the permissions of the file it replaces, and neither a finished save nor
+// one killed while writing leaves another file in the folder.
+TEST_F(VoyageFile, SavesKeepPermissionsAndLeaveNothingBehind) {
+    VoyagePlan p = Sample();
+    ASSERT_TRUE(Save_Plan(At("mode.Voy"), p, settings_, msg_));
+    fs::permissions(At("mode.Voy"), fs::perms::owner_read | fs::perms::owner_write |
+                                        fs::perms::group_read);
+    ASSERT_TRUE(Save_Plan(At("mode.Voy"), p, settings_, msg_));
+    EXPECT_EQ(fs::status(At("mode.Voy")).permissions() & fs::perms::all,
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    const Bytes before = Read_All(At("mode.Voy"));
+
+    // The child is killed by the file-size signal half-way through writing.
+    p.Way_Points[0].Description = std::string(4000, 'k');
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_DFL);
+        rlimit small{1000, 1000};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        std::string m;
+        Save_Plan(At("mode.Voy"), p, settings_, m);
+        ::_exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ);
+    std::vector<std::string> names;
+    for (const auto& e : fs::directory_iterator(dir_)) names.push_back(e.path().filename());
+    EXPECT_EQ(names, std::vector<std::string>{"mode.Voy"});
+    EXPECT_EQ(Read_All(At("mode.Voy")), before);
 }
 
 TEST_F(VoyageFile, DefaultPlanRules) {

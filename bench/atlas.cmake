@@ -1,0 +1,1 @@
+kelmoran_add_bench(bench_atlas ${CMAKE_CURRENT_LIST_DIR}/atlas.cpp UI)
