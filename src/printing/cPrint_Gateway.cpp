@@ -137,8 +137,9 @@ void Print_Main_Page(const MainPage& page, double jd, bool toPdf, QWidget* paren
     Print_Or_Save(Splash_Print(page, jd), toPdf, parent);
 }
 
-void Print_Voyage_Plan(const VoyagePlan& plan, int32_t bias, bool toPdf, QWidget* parent) {
-    Print_Or_Save(NavPlan_Print(plan, bias), toPdf, parent);
+void Print_Voyage_Plan(const VoyagePlan& plan, const GridModel* grid, bool toPdf,
+                       QWidget* parent) {
+    Print_Or_Save(NavPlan_Print(plan, grid), toPdf, parent);
 }
 
 }  // namespace kelmoran
