@@ -136,18 +136,6 @@ GridPrint Collect_Data(const GridModel& grid) {
     return print;
 }
 
-int32_t Total_Width(const GridPrint& print) {
-    int32_t total = 0;
-    for (const PrintColumn& c : print.Columns) total += c.ScreenWidth;
-    return total;
-}
-
-float Correct_Print_Scale(int32_t totalWidth, float scale, int32_t pWidth) {
-    if (totalWidth <= 0 || static_cast<float>(totalWidth) * scale <= static_cast<float>(pWidth))
-        return scale;
-    return static_cast<float>(pWidth) / static_cast<float>(totalWidth);
-}
-
 TableFit Fit_Columns(const GridPrint& print, const PrintMeasure& measure, float scale,
                      int32_t pWidth, int32_t gap) {
     TableFit fit;

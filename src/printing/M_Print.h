@@ -99,21 +99,14 @@ std::vector<PrintColumn> Print_Columns(const GridModel& grid);
 // Those columns with the cells of every row.
 GridPrint Collect_Data(const GridModel& grid);
 
-// The total of the columns' screen widths.
-int32_t Total_Width(const GridPrint& print);
-
-// The scale that makes `totalWidth` screen pixels fit `pWidth`: `scale` itself when they
-// fit, else smaller.
-float Correct_Print_Scale(int32_t totalWidth, float scale, int32_t pWidth);
-
 // Measures a text in the job's font at its starting size, in printer pixels (bold for
 // the headings).
 using PrintMeasure = std::function<int32_t(const std::string& text, bool bold)>;
 
 // The printed widths: each column as wide as its screen width at `scale`, or as its
 // widest heading or cell and `gap` when that is wider. A table wider than `pWidth` is
-// printed smaller: FontFactor shrinks the font and every width alike, so that it is never
-// printed on two pages across.
+// printed smaller (the scale corrected to the page): FontFactor shrinks the font and every
+// width alike, so that it is never printed on two pages across.
 struct TableFit {
     std::vector<int32_t> Widths;
     float FontFactor = 1.0f;

@@ -56,8 +56,6 @@ TEST(PrintLayout, HighlightedColumnsOnlyAndAWideTableShrunkOntoThePage) {
     EXPECT_LT(narrow.FontFactor, 1.0f);
     EXPECT_LE(narrow.Total, fit.Total / 3);
     EXPECT_GE(narrow.Total, fit.Total / 3 - 4);
-    EXPECT_FLOAT_EQ(Correct_Print_Scale(1000, 2.0f, 1500), 1.5f);
-    EXPECT_FLOAT_EQ(Correct_Print_Scale(500, 2.0f, 1500), 2.0f);
 }
 
 TEST(PrintLayout, PagesKeepEachEntryWhole) {
@@ -102,7 +100,8 @@ TEST(PrintLayout, TheVoyagePlanInTwoLinesAWayPoint) {
     ASSERT_EQ(p.Columns[3].Column, navplan_col::Latitude);
     EXPECT_EQ(p.Cells[0][3], screen.Labels[navplan_col::Latitude][0]);
     EXPECT_EQ(p.Cells[1][2], "Leave harbour");
-    EXPECT_EQ(p.Cells[2][5], screen.Labels[navplan_col::Speed][2]);
+    EXPECT_EQ(p.Cells[0][5], screen.Labels[navplan_col::Speed][0]);
+    EXPECT_EQ(p.Cells[2][5], "");  // the last way point starts no leg: no blanks
     EXPECT_EQ(p.Titles[0], "Untitled");
 }
 
