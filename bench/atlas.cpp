@@ -27,35 +27,38 @@ PlotStars& Full_Atlas(const char* view) {
     }();
     Atlas_Options().View = view;
     Atlas_Options().BackgroundEntry = 7;
-    Atlas_Options().MainStarEntry = 4;
+    Atlas_Options().MainStarEntry = 0;
     form->SetDates();
     form->Configure_Form();
     return *form;
 }
 
-void BM_Atlas_Zoom_Replot_Repaint(benchmark::State& state) {
-    PlotStars& atlas = Full_Atlas("Equatorial");
+// Zooms in and out in turn about a point right of the middle, replotting each time, and
+// repainting unless `plotOnly`.
+void Zoom_In_And_Out(benchmark::State& state, const char* view, bool plotOnly) {
+    PlotStars& atlas = Full_Atlas(view);
     const int32_t x = atlas.Plot().View.BitmapWidth / 2 + 100, y = atlas.Plot().View.BitmapHeight / 2;
     int kind = 1;
     for (auto _ : state) {
         atlas.Plot().Zoom_At(kind, x, y);
-        atlas.DrawBitMaps();
+        if (!plotOnly) atlas.DrawBitMaps();
         kind = 3 - kind;
     }
     state.counters["stars"] = static_cast<double>(atlas.Plot().Points.size());
 }
+
+void BM_Atlas_Zoom_Replot_Repaint(benchmark::State& state) {
+    Zoom_In_And_Out(state, "Equatorial", false);
+}
 BENCHMARK(BM_Atlas_Zoom_Replot_Repaint)->Unit(benchmark::kMillisecond);
 
+void BM_Atlas_Zoom_Replot_Only(benchmark::State& state) {
+    Zoom_In_And_Out(state, "Equatorial", true);
+}
+BENCHMARK(BM_Atlas_Zoom_Replot_Only)->Unit(benchmark::kMillisecond);
+
 void BM_Atlas_Zoom_Replot_Repaint_Visible(benchmark::State& state) {
-    PlotStars& atlas = Full_Atlas("VisibleStars");
-    const int32_t x = atlas.Plot().View.BitmapWidth / 2 + 100, y = atlas.Plot().View.BitmapHeight / 2;
-    atlas.Plot().Zoom_At(1, x, y);
-    int kind = 1;
-    for (auto _ : state) {
-        atlas.Plot().Zoom_At(kind, x, y);
-        atlas.DrawBitMaps();
-        kind = 3 - kind;
-    }
+    Zoom_In_And_Out(state, "VisibleStars", false);
 }
 BENCHMARK(BM_Atlas_Zoom_Replot_Repaint_Visible)->Unit(benchmark::kMillisecond);
 

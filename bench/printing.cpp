@@ -1,6 +1,6 @@
-// AltAz with every star brighter than magnitude 7 above 10° (about 6,000 rows) printed to
-// a PDF file: the columns fitted, the pages laid out and drawn. The rows are worked out
-// once beforehand.
+// Prints to PDF files: AltAz with every star brighter than magnitude 7 above 10° (about 6,000 rows),
+// the columns fitted, the pages laid out and drawn (the rows worked out once beforehand); and
+// a whole year's almanac.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -40,6 +40,20 @@ void BM_AltAz_Magnitude7_To_PDF(benchmark::State& state) {
     QFile::remove(QString::fromStdString(path));
 }
 BENCHMARK(BM_AltAz_Magnitude7_To_PDF)->Unit(benchmark::kMillisecond);
+
+// "Complete Almanac" for 2026 to a PDF file: title, contents, 122 openings of daily pages
+// and the book's tables, every page worked out and drawn.
+void BM_Complete_Almanac_To_PDF(benchmark::State& state) {
+    if (Catalogue.empty()) Load_Star_Tables();
+    const std::string path = QDir::temp().filePath("kelmoran_bench_book.pdf").toStdString();
+    cPrint_Gateway gateway;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            gateway.Save_PDF(Book_Item("Complete Almanac", 0.0, 0, 2026, false), path));
+    state.counters["pages"] = gateway.Pages;
+    QFile::remove(QString::fromStdString(path));
+}
+BENCHMARK(BM_Complete_Almanac_To_PDF)->Unit(benchmark::kSecond)->Iterations(1);
 
 }  // namespace
 

@@ -44,7 +44,6 @@ Style Style_Of(const std::string& key) {
 
 QPainterPath Rings_Path(const std::vector<MapRing>& rings, float sx, float sy) {
     QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
     for (const MapRing& r : rings) {
         QPolygonF poly;
         poly.reserve(static_cast<int>(r.size()));
@@ -169,38 +168,109 @@ void Paint_Eclipse_Map(QPainter& p, const QRect& area, float sx, float sy,
     p.drawRect(area.adjusted(0, 0, -1, -1));
 }
 
-void Paint_Lunar_Plan(QPainter& p, const QRect& area, const LunarPlan& plan) {
-    p.save();
-    p.setClipRect(area);
-    p.fillRect(area, QColor(250, 250, 246));
-    if (!(plan.Extent > 0.0)) {
-        p.restore();
-        return;
-    }
-    const QPointF centre = QRectF(area).center();
-    const double half = 0.5 * std::min(area.width(), area.height()) - 34.0;
-    const double k = half / plan.Extent;  // pixels per minute of arc
-    p.setRenderHint(QPainter::Antialiasing, true);
+namespace {
 
-    // Axes through the shadow's centre, marked every ten minutes of arc.
+// The square of a plan: its background, and axes through the centre marked every `tick`
+// units with a number every `labelEvery` ticks; the edges named. Returns the pixels per
+// unit, the centre in `centre`.
+double Plan_Frame(QPainter& p, const QRect& area, double extent, double tick, int labelEvery,
+                  const QString& unit, const char* left, const char* right, QPointF& centre) {
+    p.fillRect(area, QColor(250, 250, 246));
+    centre = QRectF(area).center();
+    const double half = 0.5 * std::min(area.width(), area.height()) - 34.0;
+    const double k = half / extent;
+    p.setRenderHint(QPainter::Antialiasing, true);
     p.setPen(QPen(QColor(170, 170, 170), 1));
     p.drawLine(QPointF(area.left(), centre.y()), QPointF(area.right(), centre.y()));
     p.drawLine(QPointF(centre.x(), area.top()), QPointF(centre.x(), area.bottom()));
     QFont f("DejaVu Sans");
     f.setPixelSize(10);
     p.setFont(f);
-    for (int m = 10; m * k < half + 30; m += 10) {
+    for (int m = 1; m * tick * k < half + 30; ++m) {
         for (int s : {-1, 1}) {
-            const double d = s * m * k;
+            const double d = s * m * tick * k;
             p.drawLine(QPointF(centre.x() + d, centre.y() - 3), QPointF(centre.x() + d, centre.y() + 3));
             p.drawLine(QPointF(centre.x() - 3, centre.y() + d), QPointF(centre.x() + 3, centre.y() + d));
         }
-        if (m % 30 == 0)
-            p.drawText(QPointF(centre.x() + m * k - 8, centre.y() + 14), QString::number(m) + "'");
+        if (m % labelEvery == 0)
+            p.drawText(QPointF(centre.x() + m * tick * k - 8, centre.y() + 14),
+                       QString::number(m * tick) + unit);
     }
-    p.drawText(QPointF(area.left() + 6, centre.y() - 4), "E");
-    p.drawText(QPointF(area.right() - 12, centre.y() - 4), "W");
+    p.drawText(QPointF(area.left() + 6, centre.y() - 4), left);
+    p.drawText(QPointF(area.right() - 12, centre.y() - 4), right);
     p.drawText(QPointF(centre.x() + 4, area.top() + 12), "N");
+    return k;
+}
+
+void Plan_Label(QPainter& p, QPointF above, const std::string& label) {
+    QFont f("DejaVu Sans");
+    f.setPixelSize(12);
+    p.setFont(f);
+    const QString text = QString::fromStdString(label);
+    const double w = p.fontMetrics().horizontalAdvance(text);
+    p.setPen(Qt::black);
+    p.drawText(QPointF(above.x() - w / 2, above.y() - 6), text);
+}
+
+void Plan_Border(QPainter& p, const QRect& area) {
+    p.restore();
+    p.setPen(QPen(Qt::black, 1));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(area.adjusted(0, 0, -1, -1));
+}
+
+// Saves the painter and clips to `area`; a plan with nothing to show is left empty in its
+// border (and false returned).
+bool Plan_Begin(QPainter& p, const QRect& area, double extent) {
+    p.save();
+    p.setClipRect(area);
+    if (extent > 0.0) return true;
+    p.fillRect(area, QColor(250, 250, 246));
+    Plan_Border(p, area);
+    return false;
+}
+
+}  // namespace
+
+void Paint_Solar_Plan(QPainter& p, const QRect& area, const SolarPlan& plan) {
+    if (!Plan_Begin(p, area, plan.Extent)) return;
+    // As the Sun sees the Earth: north up, east to the right.
+    QPointF centre;
+    const double k = Plan_Frame(p, area, plan.Extent, 1000.0, 5, " km", "W", "E", centre);
+    p.setPen(QPen(kCoast, 1));
+    p.setBrush(kLand);
+    p.drawEllipse(centre, plan.EarthRadius * k, plan.EarthRadius * k);
+    const QPointF pole(centre.x() + plan.PoleX * k, centre.y() - plan.PoleY * k);
+    p.setPen(QPen(Qt::black, 1.5));
+    p.drawLine(pole + QPointF(-5, -5), pole + QPointF(5, 5));
+    p.drawLine(pole + QPointF(-5, 5), pole + QPointF(5, -5));
+    p.drawText(pole + QPointF(7, 4), plan.NorthPole ? "N Pole" : "S Pole");
+    if (plan.Shadows.size() >= 2) {
+        p.setPen(QPen(QColor(60, 60, 60), 1, Qt::DashLine));
+        const SolarPlanShadow& a = plan.Shadows.front();
+        const SolarPlanShadow& b = plan.Shadows.back();
+        p.drawLine(QPointF(centre.x() + a.X * k, centre.y() - a.Y * k),
+                   QPointF(centre.x() + b.X * k, centre.y() - b.Y * k));
+    }
+    for (const SolarPlanShadow& s : plan.Shadows) {
+        const QPointF c(centre.x() + s.X * k, centre.y() - s.Y * k);
+        const Style pen = Style_Of("Penumbra");
+        p.setPen(QPen(pen.colour, 1));
+        p.setBrush(QBrush(pen.colour, pen.pattern));
+        p.drawEllipse(c, s.Penumbra * k, s.Penumbra * k);
+        p.setPen(Qt::NoPen);
+        p.setBrush(Style_Of("Umbra").colour);
+        p.drawEllipse(c, std::max(2.0, s.Umbra * k), std::max(2.0, s.Umbra * k));
+        Plan_Label(p, QPointF(c.x(), c.y() - s.Penumbra * k), s.Label);
+    }
+    Plan_Border(p, area);
+}
+
+void Paint_Lunar_Plan(QPainter& p, const QRect& area, const LunarPlan& plan) {
+    if (!Plan_Begin(p, area, plan.Extent)) return;
+    // As the sky is seen: north up, east to the left; minutes of arc.
+    QPointF centre;
+    const double k = Plan_Frame(p, area, plan.Extent, 10.0, 3, "'", "E", "W", centre);
 
     const auto circle = [&](double r, const std::string& key) {
         const Style s = Style_Of(key);
@@ -221,8 +291,6 @@ void Paint_Lunar_Plan(QPainter& p, const QRect& area, const LunarPlan& plan) {
         p.drawLine(QPointF(centre.x() + a.X * k, centre.y() - a.Y * k),
                    QPointF(centre.x() + b.X * k, centre.y() - b.Y * k));
     }
-    f.setPixelSize(12);
-    p.setFont(f);
     for (const LunarPlanMoon& m : plan.Moons) {
         const QPointF c(centre.x() + m.X * k, centre.y() - m.Y * k);
         const double inside = std::hypot(m.X, m.Y);
@@ -230,18 +298,15 @@ void Paint_Lunar_Plan(QPainter& p, const QRect& area, const LunarPlan& plan) {
         p.setPen(QPen(Qt::black, 1));
         p.setBrush(Style_Of(key).colour);
         p.drawEllipse(c, plan.MoonRadius * k, plan.MoonRadius * k);
-        const QString text = QString::fromStdString(m.Label);
-        const double w = p.fontMetrics().horizontalAdvance(text);
-        p.setPen(Qt::black);
-        p.drawText(QPointF(c.x() - w / 2, c.y() - plan.MoonRadius * k - 6), text);
+        Plan_Label(p, QPointF(c.x(), c.y() - plan.MoonRadius * k), m.Label);
     }
-    p.restore();
-    p.setPen(QPen(Qt::black, 1));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(area.adjusted(0, 0, -1, -1));
+    Plan_Border(p, area);
 }
 
 std::vector<LegendEntry> Eclipse_Legend(bool solar, bool path, bool plan) {
+    if (plan && solar)
+        return {{"Umbra", {"Umbral shadow", "(Total Eclipse)"}},
+                {"Penumbra", {"Penumbral shadow cast", "by Moon (Partial Eclipse)"}}};
     if (plan)
         return {{"Earth Penumbra", {"Penumbral shadow"}},
                 {"Earth Umbra", {"Umbral shadow"}},

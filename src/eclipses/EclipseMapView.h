@@ -38,6 +38,9 @@ void Paint_Eclipse_Map(QPainter& p, const QRect& area, float sx, float sy,
 // shadow's centre, the Moon at "Pen In", "Max" and "Pen Out" with their times, the axes in
 // minutes of arc.
 void Paint_Lunar_Plan(QPainter& p, const QRect& area, const LunarPlan& plan);
+// Paints the plan of a solar eclipse into `area`: the Earth's disc as the Sun sees it, its
+// pole, and the Moon's shadow at "Pen In", "Max" and "Pen Out" with their times.
+void Paint_Solar_Plan(QPainter& p, const QRect& area, const SolarPlan& plan);
 
 // The legend of the map or plan: each entry a legend word (its colour and pattern) and the
 // phrases shown beside it.

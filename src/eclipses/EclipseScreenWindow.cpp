@@ -41,12 +41,15 @@ void Keep_Display_Alive() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// The program's one eclipse window, while it is open.
+QPointer<EclipseScreenWindow> theWindow;
+
 }  // namespace
 
 EclipseScreenWindow::EclipseScreenWindow(EclipseTable& table, QWidget* parent)
     : QWidget(parent, Qt::Window), table_(table) {
     setWindowTitle("Eclipse");
-    setMinimumSize(760, 560);
+    setMinimumSize(900, 700);  // room for the whole panel and its legend
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     resize(1180, 720);
@@ -63,6 +66,7 @@ void EclipseScreenWindow::Show_Row(int row) {
     }
     table_.Current = std::clamp(row, 0, table_.Count - 1);
     const EclipseRow& r = table_.Rows[static_cast<size_t>(table_.Current)];
+    shownPhase_ = r.PhaseJD;
     lines_ = Eclipse_Panel_Lines(table_, table_.Current, TZ_Bias);
     minutes_ = Eclipse_Minutes(table_, table_.Current);
     minute_ = minutes_.Start;
@@ -74,7 +78,6 @@ void EclipseScreenWindow::Show_Row(int row) {
     layers_.HasObserver = true;
     layers_.Solar = Is_Solar(r);
     if (!layers_.Solar) path_ = false;
-    if (layers_.Solar) plan_ = false;
     layers_.Path = {};
     pathRow_ = -1;
     if (path_) {
@@ -88,6 +91,17 @@ void EclipseScreenWindow::Show_Row(int row) {
     Compute_Minute();
     Layout();
     Redraw();
+}
+
+void EclipseScreenWindow::Table_Refilled() {
+    for (int i = 0; i < table_.Count; ++i) {
+        if (table_.Rows[static_cast<size_t>(i)].PhaseJD == shownPhase_) {
+            table_.Current = i;
+            if (pathRow_ >= 0) pathRow_ = i;
+            return;
+        }
+    }
+    Show_Row(0);
 }
 
 void EclipseScreenWindow::Compute_Minute() {
@@ -126,8 +140,7 @@ void EclipseScreenWindow::Layout() {
                          "Step through Eclipse in\none minute increments", table_.Count > 0});
     controls_.push_back({"Path of Eclipse", QRect(kMargin, st + 36, kPanelWidth - 2 * kMargin, 26),
                          "Complete Eclipse coverage\n(Slow)", solar && !plan_, path_});
-    controls_.push_back({"Show Plan", QRect(kMargin, st + 70, w, 26), {},
-                         table_.Count > 0 && !solar, plan_});
+    controls_.push_back({"Show Plan", QRect(kMargin, st + 70, w, 26), {}, table_.Count > 0, plan_});
     controls_.push_back({"Show Map", QRect(2 * kMargin + w, st + 70, w, 26), {}, table_.Count > 0,
                          !plan_});
 }
@@ -289,18 +302,23 @@ void EclipseScreenWindow::Redraw() {
     // The headings over the map or the plan.
     p.setPen(Qt::black);
     p.setFont(Panel_Font(16, true));
-    const QString first = plan_ ? "Path of Moon" : "Path of Shadow";
+    const bool moonPlan = plan_ && !layers_.Solar;
+    const QString first = moonPlan ? "Path of Moon" : "Path of Shadow";
     p.drawText(QPoint(kPanelWidth, 22), first);
     const int w = p.fontMetrics().horizontalAdvance(first + " ");
     p.setFont(Panel_Font(16));
-    p.drawText(QPoint(kPanelWidth + w, 22), plan_ ? "through Shadow" : "across Earth");
+    p.drawText(QPoint(kPanelWidth + w, 22), moonPlan ? "through Shadow" : "across Earth");
     if (table_.Count <= 0) {
         p.setFont(Panel_Font(13));
         p.drawText(mapRect_, Qt::AlignCenter, "No Eclipse");
     } else if (plan_) {
         const int side = std::min(mapRect_.width(), mapRect_.height());
-        Paint_Lunar_Plan(p, QRect(mapRect_.left(), mapRect_.top(), side, side),
-                         Lunar_Eclipse_Plan(table_.Rows[static_cast<size_t>(table_.Current)], TZ_Bias));
+        const QRect square(mapRect_.left(), mapRect_.top(), side, side);
+        if (layers_.Solar)
+            Paint_Solar_Plan(p, square, Solar_Eclipse_Plan(table_, table_.Current, TZ_Bias));
+        else
+            Paint_Lunar_Plan(p, square,
+                             Lunar_Eclipse_Plan(table_.Rows[static_cast<size_t>(table_.Current)], TZ_Bias));
     } else {
         if (coastSize_ != mapRect_.size()) {
             coast_ = Coastline_Path(sx_, sy_);
@@ -376,16 +394,19 @@ bool EclipseScreenWindow::event(QEvent* e) {
 }
 
 EclipseScreenWindow* Show_Eclipse_Window(QWidget* parent, int row) {
-    static QPointer<EclipseScreenWindow> window;
-    if (!window) {
-        window = new EclipseScreenWindow(Eclipses, parent);
-        window->setAttribute(Qt::WA_DeleteOnClose);
+    if (!theWindow) {
+        theWindow = new EclipseScreenWindow(Eclipses, parent);
+        theWindow->setAttribute(Qt::WA_DeleteOnClose);
     }
-    window->Show_Row(row);
-    window->show();
-    window->raise();
-    window->activateWindow();
-    return window;
+    theWindow->Show_Row(row);
+    theWindow->show();
+    theWindow->raise();
+    theWindow->activateWindow();
+    return theWindow;
+}
+
+void Eclipses_Refilled() {
+    if (theWindow) theWindow->Table_Refilled();
 }
 
 }  // namespace kelmoran

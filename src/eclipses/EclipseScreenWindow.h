@@ -21,6 +21,9 @@ class EclipseScreenWindow : public QWidget {
 
     // Shows row `row` of the table (its greatest eclipse), as after "Next Eclipse".
     void Show_Row(int row);
+    // After the Moon Phases table has been filled again: the eclipse shown stays if the
+    // table still holds it (the row in hand set to it), else the year's first is shown.
+    void Table_Refilled();
     // The captions of the controls: "Previous Eclipse", "Next Eclipse", "<", ">" (the two
     // buttons of "Select Time"), "Path of Eclipse", "Show Plan", "Show Map".
     QRect Control_Rect(const std::string& caption) const;
@@ -76,6 +79,7 @@ class EclipseScreenWindow : public QWidget {
     bool path_ = false;
     EclipseMapLayers layers_;
     int pathRow_ = -1;
+    double shownPhase_ = 0.0;  // PhaseJD of the eclipse shown
     int pathComputations_ = 0;
     QRect mapRect_;
     QRect panelRect_;
@@ -86,5 +90,7 @@ class EclipseScreenWindow : public QWidget {
 
 // Opens (or brings up) the program's eclipse window on row `row` of Eclipses.
 EclipseScreenWindow* Show_Eclipse_Window(QWidget* parent, int row);
+// Tells the eclipse window, if open, that Eclipses has been filled again.
+void Eclipses_Refilled();
 
 }  // namespace kelmoran

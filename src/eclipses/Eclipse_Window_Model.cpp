@@ -200,4 +200,30 @@ LunarPlan Lunar_Eclipse_Plan(const EclipseRow& row, int32_t bias) {
     return plan;
 }
 
+SolarPlan Solar_Eclipse_Plan(const EclipseTable& table, int i, int32_t bias) {
+    SolarPlan plan;
+    if (i < 0 || i >= table.Count || !Is_Solar(table.Rows[static_cast<size_t>(i)])) return plan;
+    const EclipseInstants& at = table.Instants[static_cast<size_t>(i)];
+    const EclipseInstant& max = at[kInstantMaximum];
+    plan.EarthRadius = EarthRadius;
+    // Each shadow in the plane of the greatest eclipse, which turns little in the hours.
+    const ShadowPlane plane(max);
+    const double polar = EarthRadius * std::sqrt(GeocentricFactor);
+    plan.NorthPole = plane.Project(0.0, 0.0, polar, plan.PoleX, plan.PoleY);
+    if (!plan.NorthPole) plane.Project(0.0, 0.0, -polar, plan.PoleX, plan.PoleY);
+    const auto shadow = [&](const EclipseInstant& e, const char* name) {
+        if (e.Time == 0.0) return;
+        const ShadowPlane own(e);
+        plan.Shadows.push_back({own.AxisEast(), own.AxisNorth(), e.PenumbraRadius, e.UmbraRadius,
+                                std::string(name) + " " + Eclipse_Time_Text(e.Time, bias)});
+    };
+    shadow(at[kInstantPenIn], "Pen In");
+    shadow(max, "Max");
+    shadow(at[kInstantPenOut], "Pen Out");
+    plan.Extent = EarthRadius * 1.15;
+    for (const SolarPlanShadow& s : plan.Shadows)
+        plan.Extent = std::max(plan.Extent, std::max(std::fabs(s.X), std::fabs(s.Y)) + s.Penumbra);
+    return plan;
+}
+
 }  // namespace kelmoran

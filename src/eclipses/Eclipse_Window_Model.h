@@ -76,4 +76,25 @@ struct LunarPlan {
 };
 LunarPlan Lunar_Eclipse_Plan(const EclipseRow& row, int32_t bias);
 
+// The plan of a solar eclipse: the Earth's disc as the Sun sees it (the plane through the
+// Earth's centre square to the shadow axis, km, x east, y north), its poles, and the Moon's
+// penumbra and umbra at the first contact, the greatest eclipse and the last contact. It
+// shows the shadow's track plainly where the map cannot: over a pole.
+struct SolarPlanShadow {
+    double X = 0.0;
+    double Y = 0.0;
+    double Penumbra = 0.0;  // km
+    double Umbra = 0.0;     // km
+    std::string Label;      // "Pen In 15:42", "Max 18:17", "Pen Out 20:52"
+};
+struct SolarPlan {
+    double EarthRadius = 0.0;  // km
+    double PoleX = 0.0;        // the pole that faces the Sun, km
+    double PoleY = 0.0;
+    bool NorthPole = true;     // which pole that is
+    double Extent = 0.0;       // half the side of the square the plan shows, km
+    std::vector<SolarPlanShadow> Shadows;
+};
+SolarPlan Solar_Eclipse_Plan(const EclipseTable& table, int i, int32_t bias);
+
 }  // namespace kelmoran

@@ -384,8 +384,13 @@ SolarMap Solar_Path_Map(const EclipseRow& row, void (*yield)()) {
         const EclipseInstant& b = steps[k + 1];
         if (b.Time < row.PartialStart.Time - MinuteDays || a.Time > row.PartialEnd.Time + MinuteDays)
             continue;
+        // Finer steps where the umbra cuts the Earth's outline (the band's ends) or runs near
+        // it, where the shadow sweeps the ground fastest.
+        double atEarth = 0.0, atShadow = 0.0;
+        const bool cuts = Circle_Intersection(a.AxisDistance, a.UmbraRadius, atEarth, atShadow) ||
+                          Circle_Intersection(b.AxisDistance, b.UmbraRadius, atEarth, atShadow);
         const double reach = std::max(a.AxisDistance + a.UmbraRadius, b.AxisDistance + b.UmbraRadius);
-        const int parts = reach > 0.9 * EarthRadius ? 20 : 1;
+        const int parts = cuts || reach > 0.9 * EarthRadius ? 20 : 1;
         const ShadowPlane pa(a), pb(b);  // the motion over the minute
         for (int j = 0; j < parts; ++j) {
             const EclipseInstant i = j == 0 ? a : Interpolate_Instant(a, b, double(j) / parts);

@@ -391,6 +391,12 @@ GeoPoint ShadowPlane::Limb(double east, double north) const {
     return Surface(t * u[0] + h * axis_[0], t * u[1] + h * axis_[1], t * u[2] + h * axis_[2]);
 }
 
+bool ShadowPlane::Project(double x, double y, double z, double& east, double& north) const {
+    east = x * east_[0] + y * east_[1] + z * east_[2];
+    north = x * north_[0] + y * north_[1] + z * north_[2];
+    return x * axis_[0] + y * axis_[1] + z * axis_[2] > 0.0;
+}
+
 EclipseInstant Interpolate_Instant(const EclipseInstant& a, const EclipseInstant& b, double f) {
     const auto lerp = [f](double x, double y) { return x + (y - x) * f; };
     const auto place = [&](const BodyPlace& p, const BodyPlace& q) {

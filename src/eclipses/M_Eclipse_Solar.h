@@ -93,6 +93,9 @@ class ShadowPlane {
     // The place on the Earth's outline, as seen along the axis, in the direction of the
     // plane point (`east`, `north`) from the centre (where the line grazes the Earth).
     GeoPoint Limb(double east, double north) const;
+    // An Earth-fixed point (km; x to Greenwich on the equator, z to the north pole) in the
+    // plane: its east and north; true when it faces the Sun.
+    bool Project(double x, double y, double z, double& east, double& north) const;
 
   private:
     GeoPoint Surface(double x, double y, double z) const;

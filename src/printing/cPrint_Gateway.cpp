@@ -7,6 +7,7 @@
 #include <QPrinterInfo>
 
 #include "printing/cPrint_Generic.h"
+#include "shell/File_Dialogs.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/Screen_Rows.h"
 #include "voyage/Voyage_Plan.h"
@@ -27,12 +28,19 @@ PrintHooks Default_Hooks() {
     h.Pdf_Path = [](QWidget* parent, const std::string& documentName) {
         QString name = QString::fromStdString(documentName);
         name.replace(" ~ ", " - ");
-        const QString path = QFileDialog::getSaveFileName(parent, "Save as PDF", name + ".pdf",
-                                                          "PDF Files (*.pdf)");
+        const QString path = Remember_Dialog_Folder(QFileDialog::getSaveFileName(
+            parent, "Save as PDF", Dialog_Start(name + ".pdf"), "PDF Files (*.pdf)"));
         if (path.isEmpty()) return std::string();
         return (path.endsWith(".pdf", Qt::CaseInsensitive) ? path : path + ".pdf").toStdString();
     };
     return h;
+}
+
+// The document's name: the job's word, or the word a run of pages gives itself.
+std::string Document_Name(const PrintContent& content, const std::string& job) {
+    const auto* pages = std::get_if<PagesPrint>(&content);
+    if (pages && !pages->Word.empty()) return print_text::DocumentPrefix + pages->Word;
+    return Print_Document_Name(job);
 }
 
 }  // namespace
@@ -47,6 +55,7 @@ std::string cPrint_Gateway::Job(const PrintContent& content) const {
     if (const auto* grid = std::get_if<GridPrint>(&content))
         if (!grid->Owner.empty()) return grid->Owner;
     if (std::holds_alternative<SplashPrint>(content)) return screen_key::Splash;
+    if (const auto* pages = std::get_if<PagesPrint>(&content)) return pages->Job;
     return Print_Job_Name(My_sOwner, Shell.ScreenName);
 }
 
@@ -56,7 +65,7 @@ bool cPrint_Gateway::Start_Printing(const PrintContent& content, QWidget* parent
         return false;
     }
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(QString::fromStdString(Print_Document_Name(Job(content))));
+    printer.setDocName(QString::fromStdString(Document_Name(content, Job(content))));
     Choose_Orientation(printer, content);
     if (!Print_Hooks().Print_Dialog(printer, parent)) return false;
     return Begin_Printing(printer, content);
@@ -85,12 +94,13 @@ void cPrint_Gateway::Choose_Orientation(QPrinter& printer, const PrintContent& c
 }
 
 bool cPrint_Gateway::Ask_And_Save_PDF(const PrintContent& content, QWidget* parent) {
-    return Save_PDF(content, Print_Hooks().Pdf_Path(parent, Print_Document_Name(Job(content))));
+    return Save_PDF(content, Print_Hooks().Pdf_Path(parent, Document_Name(content, Job(content))));
 }
 
 bool cPrint_Gateway::Begin_Printing(QPrinter& printer, const PrintContent& content) {
     const std::string job = Job(content);
-    const QString name = QString::fromStdString(Print_Document_Name(job));
+    const auto* pages = std::get_if<PagesPrint>(&content);
+    const QString name = QString::fromStdString(Document_Name(content, job));
     printer.setDocName(name);
     printer.setCreator("Kelmoran");
     const PrinterDetails details = Define.Get_Printer_Details(printer);
@@ -100,7 +110,7 @@ bool cPrint_Gateway::Begin_Printing(QPrinter& printer, const PrintContent& conte
     page.Fonts = Define.Define_Printer_Fonts(details);
     const auto* grid = std::get_if<GridPrint>(&content);
     const auto* splash = std::get_if<SplashPrint>(&content);
-    const size_t titles = grid ? grid->Titles.size() : splash->Titles.size();
+    const size_t titles = grid ? grid->Titles.size() : splash ? splash->Titles.size() : 0;
     page.My_rTitle = Define.Define_rTitle(page.Area, page.Fonts, static_cast<int32_t>(titles));
     if (grid) page.Initialize_Dimensions(*grid);
 
@@ -111,8 +121,10 @@ bool cPrint_Gateway::Begin_Printing(QPrinter& printer, const PrintContent& conte
     }
     if (grid)
         page.Print_Generic_Data(p, printer, *grid);
-    else
+    else if (splash)
         page.Print_Splash(p, *splash);
+    else
+        page.Pages = Print_Pages(p, printer, page.Area, *pages);
     p.end();
     Pages = page.Pages;
     Define.Restore_Printer(printer);

@@ -9,6 +9,7 @@
 #include <variant>
 
 #include "printing/M_Print.h"
+#include "printing/cPrint_Book.h"
 #include "printing/cPrint_Define.h"
 
 class QPrinter;
@@ -19,8 +20,9 @@ namespace kelmoran {
 struct MainPage;
 class VoyagePlan;
 
-// What a job prints: a grid (the voyage plan is one, two lines a way point) or Main's page.
-using PrintContent = std::variant<GridPrint, SplashPrint>;
+// What a job prints: a grid (the voyage plan is one, two lines a way point), Main's page,
+// or pages set in page units (the Almanac's opening and the book).
+using PrintContent = std::variant<GridPrint, SplashPrint, PagesPrint>;
 
 // The platform's side, which tests replace: whether any printer is installed, the print
 // dialogue (true when the user chose to print), and the file dialogue of "Save as PDF..."

@@ -158,20 +158,6 @@ double Reduce_Degrees(double d) {
     return d;
 }
 
-// Sets Shared_JulDates for the life of the object and puts it back after.
-class CalendarScope {
-public:
-    explicit CalendarScope(bool julian) : saved_(Shared_JulDates) {
-        Shared_JulDates = julian ? int16_t{-1} : int16_t{0};
-    }
-    ~CalendarScope() { Shared_JulDates = saved_; }
-    CalendarScope(const CalendarScope&) = delete;
-    CalendarScope& operator=(const CalendarScope&) = delete;
-
-private:
-    int16_t saved_;
-};
-
 constexpr std::array<const char*, 12> kMonthNames = {
     "January", "February", "March",     "April",   "May",      "June",
     "July",    "August",   "September", "October", "November", "December"};

@@ -20,6 +20,21 @@
 
 namespace kelmoran {
 
+// Sets Shared_JulDates for the life of the object and puts it back after.
+class CalendarScope {
+  public:
+    explicit CalendarScope(bool julian) : saved_(Shared_JulDates) {
+        Shared_JulDates = julian ? int16_t{-1} : int16_t{0};
+    }
+    ~CalendarScope() { Shared_JulDates = saved_; }
+    CalendarScope(const CalendarScope&) = delete;
+    CalendarScope& operator=(const CalendarScope&) = delete;
+
+  private:
+    int16_t saved_;
+};
+
+
 // ---------------------------------------------------------------------------------------
 // Rounding and the number mask
 // ---------------------------------------------------------------------------------------

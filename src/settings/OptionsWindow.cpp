@@ -9,6 +9,7 @@
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "shell/cGeneralForm.h"
+#include "voyage/cNavPlanView.h"
 
 namespace kelmoran {
 
@@ -63,6 +64,9 @@ OptionsWindow::OptionsWindow(QWidget* parent, const std::string& ownerKey, const
     if (auto* screen = dynamic_cast<cGeneralForm*>(Shell.CurrentScreen);
         screen && screen->ClassType() == ownerKey)
         grid = &screen->Grid();
+    if (auto* plan = dynamic_cast<cNavPlan*>(Shell.CurrentScreen);
+        plan && plan->ClassType() == ownerKey)
+        grid = &plan->Grid();
     Options_Open(ownerKey, tab, grid);
     Select_Tab(Options.CurrentTab);
     canvas_->setFocus();

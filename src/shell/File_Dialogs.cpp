@@ -9,15 +9,7 @@
 namespace kelmoran {
 
 namespace {
-
-// The folder of the last file chosen in this run; "" until then.
-QString lastFolder;
-
-QString Remember(const QString& path) {
-    if (!path.isEmpty()) lastFolder = QFileInfo(path).absolutePath();
-    return path;
-}
-
+QString lastFolder;  // "" until a file is chosen in this run
 }  // namespace
 
 QString Dialog_Folder() {
@@ -26,16 +18,24 @@ QString Dialog_Folder() {
     return QDir::homePath();
 }
 
+QString Dialog_Start(const QString& name) {
+    const QString file = QFileInfo(name).fileName();
+    return file.isEmpty() ? Dialog_Folder() : QDir(Dialog_Folder()).filePath(file);
+}
+
+QString Remember_Dialog_Folder(const QString& path) {
+    if (!path.isEmpty()) lastFolder = QFileInfo(path).absolutePath();
+    return path;
+}
+
 QString Open_File_Name(QWidget* parent, const QString& title, const QString& filter) {
-    return Remember(QFileDialog::getOpenFileName(parent, title, Dialog_Folder(), filter));
+    return Remember_Dialog_Folder(QFileDialog::getOpenFileName(parent, title, Dialog_Folder(), filter));
 }
 
 QString Save_File_Name(QWidget* parent, const QString& title, const QString& filter,
                        const QString& suggestedName) {
-    const QString start = suggestedName.isEmpty()
-                              ? Dialog_Folder()
-                              : QDir(Dialog_Folder()).filePath(QFileInfo(suggestedName).fileName());
-    return Remember(QFileDialog::getSaveFileName(parent, title, start, filter));
+    return Remember_Dialog_Folder(
+        QFileDialog::getSaveFileName(parent, title, Dialog_Start(suggestedName), filter));
 }
 
 }  // namespace kelmoran

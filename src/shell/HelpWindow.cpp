@@ -22,9 +22,14 @@ QString Help_Book_Folder;
 
 namespace {
 
+// The book beside the program (the build folder), else where an installation puts it:
+// share/kelmoran/help under the program's prefix.
 QString Folder() {
     if (!Help_Book_Folder.isEmpty()) return Help_Book_Folder;
-    return QDir(QCoreApplication::applicationDirPath()).filePath("help");
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QString beside = program.filePath("help");
+    if (QFileInfo::exists(beside)) return beside;
+    return QDir::cleanPath(program.filePath("../share/kelmoran/help"));
 }
 
 QString Read_Page(const QString& path) {

@@ -3,6 +3,7 @@
 #include "shell/M_Help.h"
 #include "shell/SplashScreen.h"
 #include "shell/cGeneralForm.h"
+#include "voyage/cNavPlanView.h"
 
 namespace kelmoran {
 
@@ -34,6 +35,8 @@ std::string Grid_Key(const cGeneralForm& form, int32_t x, int32_t y) {
 }  // namespace
 
 std::string fmain_Help_PopUp_Tests(int32_t x, int32_t y) {
+    if (const auto* plan = dynamic_cast<const cNavPlan*>(Shell.CurrentScreen))
+        return plan->Help_Key(x, y);
     auto* screen = dynamic_cast<DateStripScreen*>(Shell.CurrentScreen);
     if (!screen) return {};
     if (std::string key = Strip_Key(screen->MyDates(), x, y); !key.empty()) return key;

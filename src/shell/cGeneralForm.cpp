@@ -121,6 +121,7 @@ void cGeneralForm::CalcDates() {
             t = rows.Planets(myJD_, grid_.Page_Rows(), myUseSeconds);
         else if (key_ == screen_key::Lunations && rows.Lunations)
             t = rows.Lunations(myJD_);
+        if (key_ == screen_key::Lunations) Eclipses_Refilled();
         drWarning_ = t.DRwarning;
         grid_.Set_Data(std::move(t.Labels), t.Rows);
     }

@@ -290,11 +290,6 @@ bool cSubClass::eventFilter(QObject* watched, QEvent* event) {
                 e->key() <= Qt::Key_Z && e->key() != Qt::Key_D)
                 key = e->key();
             if (key) MyOwner->SysMsg_KeyDown(key, Shift_Of(e->modifiers()));
-            // Ctrl+Z and Ctrl+Y reach the window as their letters' key codes.
-            if ((e->modifiers() & Qt::ControlModifier) &&
-                (e->key() == Qt::Key_Z || e->key() == Qt::Key_Y))
-                MyOwner->SysMsg_KeyDown(e->key() == Qt::Key_Z ? 'Z' : 'Y',
-                                        Shift_Of(e->modifiers()));
             // Printable characters follow as KeyPress; Ctrl+D types the degree sign.
             if ((e->modifiers() & Qt::ControlModifier) && e->key() == Qt::Key_D) {
                 MyOwner->SysMsg_KeyPress(176);

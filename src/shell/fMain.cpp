@@ -21,6 +21,7 @@
 #include "settings/System_TimeZone.h"
 #include "settings/User_Folders.h"
 #include "almanac/AlmanacWindow.h"
+#include "printing/cPrint_Book.h"
 #include "shell/Drawing.h"
 #include "shell/M_Edit.h"
 #include "shell/SplashScreen.h"
@@ -97,6 +98,8 @@ fMain::fMain(QWidget* parent) : QMainWindow(parent), hook_(this) {
     popup_ = std::make_unique<HelpPopup>(client_, fmain_Help_PopUp_Tests);
 
     Reset_Shell(this);
+    // The Voyage and Clocks screens open Options through this.
+    OpenOptions() = Show_Options;
     Shell.Plan = &planFiles_;
     Build_Menus();
     // The settings name the default voyage plan: it is read, or the empty plan made.
@@ -181,7 +184,8 @@ void fMain::Build_Menus() {
     bookMenu_ = bar->addMenu("Print Book");
     for (size_t i = 0; i < book_.size(); ++i) {
         book_[i] = bookMenu_->addAction(Q(m.mnuBook[i].Caption));
-        book_[i]->setEnabled(false);  // the almanac's printed pages come later
+        const int index = static_cast<int>(i);
+        connect(book_[i], &QAction::triggered, this, [this, index] { mnuBook_Click(index); });
     }
     Menus_Changed();
 }
@@ -266,7 +270,10 @@ void fMain::Open_Separate_Screen(int windowIndex) {
     if (windowIndex == Window_Index_Of(screen_key::PlotStars)) Open_Star_Atlas();
     if (windowIndex == Window_Index_Of(screen_key::Sights)) {
         // Sights: made on first choice, brought up on the next; it stands beside the grids.
-        if (!sights_) sights_ = new SightsWindow();
+        if (!sights_) {
+            sights_ = new SightsWindow();
+            sights_->OpenOptions = Show_Options;
+        }
         sights_->show();
         sights_->raise();
         sights_->activateWindow();
@@ -277,6 +284,7 @@ AlmanacWindow* fMain::Show_Almanac() {
     // Made on first opening at the shared moment, then kept with its own date to the end.
     if (!almanac_) {
         almanac_ = std::make_unique<AlmanacWindow>(this);
+        almanac_->Print_Opening = [](AlmanacWindow& w) { Print_Almanac_Opening(w); };
         almanac_->Start_At(Shell.CurrentJD);
     }
     almanac_->show();

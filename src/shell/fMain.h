@@ -62,6 +62,10 @@ public:
     void Open_Command_Line_File(const QString& path);
     // The Almanac window, made on first use and shown.
     AlmanacWindow* Show_Almanac();
+    // "Print Book": the item of `index` to the printer, or to a PDF file where there is
+    // no printer.
+    void mnuBook_Click(int index);
+    QAction* Book_Action(int index) const { return book_[static_cast<size_t>(index)]; }
 
     // The menu actions, for tests and the keyboard.
     QAction* File_Action(int index) const { return file_[static_cast<size_t>(index)]; }

@@ -3,27 +3,26 @@
 #include <QFileInfo>
 
 #include "shell/fMain.h"
-#include "voyage/Voyage_File.h"
-#include "voyage/Voyage_Plan.h"
+#include "sights/SightsWindow.h"
 
 namespace kelmoran {
 
 void fMain::Open_Command_Line_File(const QString& path) {
     const QFileInfo info(path);
     const QString suffix = info.suffix().toLower();
-    const std::string name = info.fileName().toStdString();
     if (suffix == "voy" || suffix == "clox") {
-        std::string message;
-        if (!Load_Plan(path.toStdString(), Voyage, message)) {
-            Message_Box(message, "Open Voyage Plan", MsgButtons::OK);
-            return;
-        }
-        const int index = Window_Index_Of(screen_key::NavPlan);
-        if (Screen_Available(index)) mnuWindow_Click(index);
+        // A plan that cannot be read says why; the plan in use stays.
+        if (planFiles_.Open_Plan_File(path.toStdString()))
+            mnuWindow_Click(Window_Index_Of(screen_key::NavPlan));
         return;
     }
-    Message_Box("Kelmoran opens voyage plans (.Voy) and sights (.Sight).\n\"" + name +
-                    "\" is neither, so the program starts as usual.",
+    if (suffix == "sight") {
+        mnuWindow_Click(Window_Index_Of(screen_key::Sights));
+        if (sights_) sights_->Open_File(path.toStdString());
+        return;
+    }
+    Message_Box("Kelmoran opens voyage plans (.Voy) and sights (.Sight).\n\"" +
+                    info.fileName().toStdString() + "\" is neither, so the program starts as usual.",
                 "Kelmoran", MsgButtons::OK);
 }
 

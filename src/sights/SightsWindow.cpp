@@ -2,19 +2,19 @@
 
 #include <QActionGroup>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
+#include <cmath>
 
 #include "ephemeris/Units.h"
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
+#include "shell/File_Dialogs.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
 #include "sights/M_Sights.h"
@@ -37,6 +37,11 @@ constexpr int kUp = 38;
 constexpr int kDown = 40;
 const QColor kPopupYellow(255, 255, 200);
 const QColor kCursor(10, 36, 106);
+
+// The file types of the dialogues: sight files, then all files.
+QString File_Filter() {
+    return QString(sights_text::FileFilter) + ";;" + sights_text::AllFilter;
+}
 
 // The rows of the table for the height of the screen's work area.
 int Rows_For_Screen() {
@@ -281,7 +286,7 @@ void SightsWindow::Refilter() {
 void SightsWindow::Replot() {
     if (sheet_.Empty()) return;
     const int w = sheet_.Width(), h = sheet_.Height();
-    const float scale = Choose_Plot_Scale(set_, w, h, ellipse_size_);
+    const float scale = Choose_Plot_Scale(set_, w, h, ellipse_size_) * zoom_;
     const QFontMetrics fm(Drawing().Normal);
     Sheet_Font font;
     font.Width = [&fm](const std::string& s) { return fm.horizontalAdvance(Q(s)); };
@@ -589,9 +594,16 @@ void SightsWindow::Remove_Popup() {
 }
 
 void SightsWindow::SysMsg_MouseScroll(int32_t delta, int32_t, int32_t x, int32_t y) {
-    // The wheel steps the field of the strip under the mouse.
+    // The wheel steps the field of the strip under the mouse, and over the sheet draws it
+    // closer (away from the user) or further off, a quarter at a notch.
     const int steps = delta / 120;
-    if (steps != 0 && strip_.MyFrame.Contains(x, y)) strip_.MouseScroll(x, y, steps);
+    if (steps == 0) return;
+    if (strip_.MyFrame.Contains(x, y)) {
+        strip_.MouseScroll(x, y, steps);
+    } else if (sheet_.Contains(x, y)) {
+        zoom_ = std::clamp(zoom_ * static_cast<float>(std::pow(1.25, steps)), 1.0f / 64, 64.0f);
+        Replot();
+    }
 }
 
 void SightsWindow::SysMsg_Resize(int32_t width, int32_t height) {
@@ -639,6 +651,14 @@ void SightsWindow::SysMsg_KeyDown(int32_t key, int32_t shift) {
         case kDown: Move_Cursor(curRow_ + 1, curColumn_); return;
         case vk::Left: Move_Cursor(curRow_, curColumn_ - 1); return;
         case vk::Right: Move_Cursor(curRow_, curColumn_ + 1); return;
+        case vk::Delete:
+            // The sight of the row is struck out.
+            if (set_.Sights[curRow_].Row_Used == 0) return;
+            set_.Blank_Row(curRow_);
+            Shell.SightsChanged = kTrue;
+            Row_Blanked(curRow_);
+            Row_Reduced(curRow_);
+            return;
         case vk::Return:
         case vk::F2:
             if (curColumn_ == kColBody && set_.Sights[curRow_].Row_Used == 0) return;
@@ -662,24 +682,8 @@ void SightsWindow::SysMsg_KeyPress(int32_t character) {
 MsgAnswer SightsWindow::Message_Box(const std::string& text, const std::string& title,
                                     MsgButtons buttons) {
     if (Message_Answer) return Message_Answer(text, title, buttons);
-    QMessageBox box(this);
-    box.setWindowTitle(Q(title));
-    box.setText(Q(text));
-    switch (buttons) {
-        case MsgButtons::OK: box.setStandardButtons(QMessageBox::Ok); break;
-        case MsgButtons::OKCancel:
-            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-            break;
-        case MsgButtons::YesNoCancel:
-            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-            break;
-    }
-    switch (box.exec()) {
-        case QMessageBox::Cancel: return MsgAnswer::Cancel;
-        case QMessageBox::Yes: return MsgAnswer::Yes;
-        case QMessageBox::No: return MsgAnswer::No;
-        default: return MsgAnswer::OK;
-    }
+    if (Shell.Host) return Shell.Host->Message_Box(text, title, buttons);
+    return buttons == MsgButtons::OK ? MsgAnswer::OK : MsgAnswer::Cancel;
 }
 
 bool SightsWindow::Query_Unsaved() {
@@ -706,12 +710,7 @@ void SightsWindow::mnuOpen() {
     if (File_Chooser) {
         path = File_Chooser(false, UserFolder);
     } else {
-        path = QFileDialog::getOpenFileName(
-                   this, sights_text::OpenTitle, Q(UserFolder),
-                   QString("%1 (%2);;%3 (%4)")
-                       .arg("Sight Files", sights_text::FilePattern, "All Files",
-                            sights_text::AllPattern))
-                   .toStdString();
+        path = Open_File_Name(this, sights_text::OpenTitle, File_Filter()).toStdString();
     }
     if (path.empty()) return;
     Open_File(path);
@@ -741,11 +740,7 @@ void SightsWindow::mnuSaveAs() {
     if (File_Chooser) {
         path = File_Chooser(true, suggested);
     } else {
-        path = QFileDialog::getSaveFileName(
-                   this, sights_text::SaveTitle, Q(suggested),
-                   QString("%1 (%2);;%3 (%4)")
-                       .arg("Sight Files", sights_text::FilePattern, "All Files",
-                            sights_text::AllPattern))
+        path = Save_File_Name(this, sights_text::SaveTitle, File_Filter(), Q(suggested))
                    .toStdString();
     }
     if (path.empty()) return;
@@ -813,6 +808,12 @@ void SightsWindow::mnuInsertInPlan() {
     if (Shell.Host) Shell.Host->Menus_Changed();
     // Every screen that shows the plan, or a position from it, catches up.
     Update_All_Screens("");
+}
+
+void SightsWindow::showEvent(QShowEvent* event) {
+    // Options is offered once the shell has connected it.
+    options_->setEnabled(static_cast<bool>(OpenOptions));
+    QMainWindow::showEvent(event);
 }
 
 void SightsWindow::closeEvent(QCloseEvent* event) {

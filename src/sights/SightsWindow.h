@@ -132,6 +132,7 @@ class SightsWindow : public QMainWindow,
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     class ClientArea;
@@ -168,6 +169,7 @@ class SightsWindow : public QMainWindow,
     Rect sheet_;
     Sheet_Plot plot_;
     Ellipse_Size ellipse_size_ = Ellipse_Size::Large;
+    float zoom_ = 1.0f;  // the wheel's scale over the one that fits the sheet
     int curRow_ = 0, curColumn_ = kColTime;
     int mySightNo_ = 0;
     QPointer<SightCalcWindow> calc_;

@@ -46,6 +46,27 @@ std::vector<ComboRow> Names_Within(const std::vector<StarNameEntry>& list,
 
 }  // namespace
 
+AltAzResult Star_AltAz(int32_t star, double jd, BodyPlace& place, float& lat, float& lon) {
+    Calc_Star_Place(star, place.RA, place.Dec, jd);
+    place.GHA = Hour_Angle_Of(Calc_GAST(jd), place.RA);
+    float course = 0, speed = 0;
+    Get_Position(jd, lat, lon, course, speed);
+    AltAzResult aa;
+    Calc_AltAz(aa, star, lat, lon, place);
+    return aa;
+}
+
+double Altitude_Of(const AltAzResult& aa, AltKind kind) {
+    if (kind == AltKind::Observed) return aa.SextantAlt;
+    if (kind == AltKind::Apparent) return static_cast<double>(aa.TrueAlt) + aa.Refraction;
+    return aa.TrueAlt;
+}
+
+std::string Altitude_Text(const AltAzResult& aa, AltKind kind) {
+    const double alt = Altitude_Of(aa, kind);
+    return (alt < 0.0 ? "-" : "") + Format_Angle(std::fabs(alt), 1, false);
+}
+
 FindStarModel::FindStarModel() {
     ShowRA = Settings.ShowRA != 0;
 }
@@ -216,16 +237,10 @@ FindStarLabels FindStarModel::PopulateLabels(double jd) {
 
     // The place of the moment, and the altitude and azimuth for the observer there.
     BodyPlace place;
-    Calc_Star_Place(s, place.RA, place.Dec, jd);
-    place.GHA = Hour_Angle_Of(Calc_GAST(jd), place.RA);
-    float lat = 0, lon = 0, course = 0, speed = 0;
-    Get_Position(jd, lat, lon, course, speed);
-    AltAzResult aa;
-    Calc_AltAz(aa, s, lat, lon, place);
+    float lat = 0, lon = 0;
+    const AltAzResult aa = Star_AltAz(s, jd, place, lat, lon);
 
-    double alt = aa.TrueAlt;
-    if (Altitude == AltKind::Observed) alt = aa.SextantAlt;
-    if (Altitude == AltKind::Apparent) alt = static_cast<double>(aa.TrueAlt) + aa.Refraction;
+    const double alt = Altitude_Of(aa, Altitude);
     L.AltBelow = alt < 0.0;
     L.Alt = Format_Angle(std::fabs(alt), 1, true);
     double az = aa.Azimuth * kDegreesPerRadian;

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "ephemeris/Bodies.h"
+
 namespace kelmoran {
 
 // A row of one of the combos: its text and the star (or, in the constellation combo, the
@@ -38,6 +40,13 @@ inline constexpr const char* NotInProjection = "Cannot be shown using the curren
 inline constexpr const char* BelowHorizon = "True Alt. below horizon";
 inline constexpr const char* VarDesigOnly = "Var Desig Only";
 }  // namespace findstar_text
+
+// A star's place at `jd` (MyJD) and its altitude and azimuth for the observer that
+// Get_Position gives then (whose latitude and longitude are written too).
+AltAzResult Star_AltAz(int32_t star, double jd, BodyPlace& place, float& lat, float& lon);
+// The altitude of the kind asked (radians), and as text with a minus sign below the horizon.
+double Altitude_Of(const AltAzResult& aa, AltKind kind);
+std::string Altitude_Text(const AltAzResult& aa, AltKind kind);
 
 // Everything the dialogue shows of the current star.
 struct FindStarLabels {

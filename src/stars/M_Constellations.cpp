@@ -1,5 +1,6 @@
 #include "stars/M_Constellations.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -7,6 +8,7 @@
 #include "ephemeris/Star_Place.h"
 #include "ephemeris/Units.h"
 #include "stars/M_Resources.h"
+#include "stars/M_Stars.h"
 
 namespace kelmoran {
 
@@ -57,6 +59,12 @@ void Add_Segment(const AtlasPlot& plot, std::vector<Segment>& out, int32_t x1, i
 
 }  // namespace
 
+int32_t Highest_Figure_Star() {
+    int32_t highest = 0;
+    for (const ConstellationLine& l : Constellation_Lines()) highest = std::max({highest, l.A, l.B});
+    return highest;
+}
+
 const std::vector<ConstellationLine>& Constellation_Lines() {
     static const std::vector<ConstellationLine> lines = [] {
         std::vector<ConstellationLine> v;
@@ -71,12 +79,21 @@ const std::vector<ConstellationLine>& Constellation_Lines() {
 std::vector<Segment> Constellation_Line_Segments(const AtlasPlot& plot) {
     std::vector<Segment> out;
     const auto& pts = plot.Points;
+    // An end beyond the stars plotted is mapped from its place, if that has been computed.
+    auto end = [&](int32_t s, int32_t& x, int32_t& y) {
+        x = y = 0;
+        if (s >= 0 && static_cast<size_t>(s) < pts.size()) {
+            x = pts[static_cast<size_t>(s)].X;
+            y = pts[static_cast<size_t>(s)].Y;
+        } else if (s >= 0 && static_cast<size_t>(s) < StarPlaces.size() && StarPlaces[static_cast<size_t>(s)].Done) {
+            plot.Map(StarPlaces[static_cast<size_t>(s)].RA, StarPlaces[static_cast<size_t>(s)].Dec, x, y);
+        }
+        return x != 0 && y != 0;
+    };
     for (const ConstellationLine& l : Constellation_Lines()) {
-        if (l.A < 0 || l.B < 0 || static_cast<size_t>(std::max(l.A, l.B)) >= pts.size()) continue;
-        const PlotPoint& a = pts[static_cast<size_t>(l.A)];
-        const PlotPoint& b = pts[static_cast<size_t>(l.B)];
-        if (a.X == 0 || a.Y == 0 || b.X == 0 || b.Y == 0) continue;
-        Add_Segment(plot, out, a.X, a.Y, b.X, b.Y);
+        int32_t ax = 0, ay = 0, bx = 0, by = 0;
+        if (!end(l.A, ax, ay) || !end(l.B, bx, by)) continue;
+        Add_Segment(plot, out, ax, ay, bx, by);
     }
     return out;
 }

@@ -17,6 +17,8 @@ struct ConstellationLine {
 };
 // The figure lines of the western sky culture, loaded on first use.
 const std::vector<ConstellationLine>& Constellation_Lines();
+// The faintest star the figures join: the atlas computes places at least that far.
+int32_t Highest_Figure_Star();
 
 // Where each constellation's name stands: S.H.A. and declination in whole degrees, rows 1
 // to 88 by constellation number and row 89 the second part of Serpens.

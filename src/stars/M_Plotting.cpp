@@ -43,6 +43,25 @@ double Wrap_Pi(double a) {
 
 }  // namespace
 
+LabelRoom::LabelRoom(int32_t width, int32_t height)
+    : columns_(std::max(width, 0) / kCell + 1), rows_(std::max(height, 0) / kCell + 1),
+      taken_(static_cast<size_t>(columns_) * static_cast<size_t>(rows_), 0) {}
+
+bool LabelRoom::Take(const Rect& r) {
+    // Cells wholly inside the label count: neighbours may touch but not overlap.
+    const int32_t c0 = std::clamp((r.Left + kCell - 1) / kCell, 0, columns_ - 1);
+    const int32_t c1 = std::clamp((r.Right - 1) / kCell, 0, columns_ - 1);
+    const int32_t r0 = std::clamp((r.Top + kCell - 1) / kCell, 0, rows_ - 1);
+    const int32_t r1 = std::clamp((r.Bottom - 1) / kCell, 0, rows_ - 1);
+    if (r.Right <= 0 || r.Bottom <= 0 || r.Left >= columns_ * kCell || r.Top >= rows_ * kCell) return true;
+    for (int32_t y = r0; y <= r1; ++y)
+        for (int32_t x = c0; x <= c1; ++x)
+            if (taken_[static_cast<size_t>(y * columns_ + x)]) return false;
+    for (int32_t y = r0; y <= r1; ++y)
+        for (int32_t x = c0; x <= c1; ++x) taken_[static_cast<size_t>(y * columns_ + x)] = 1;
+    return true;
+}
+
 double Refracted_Altitude(double h) {
     return h + Atlas_Refraction(h);
 }
@@ -237,6 +256,10 @@ void AtlasPlot::Plot_Equatorial() {
         View.Clip = {0, std::max(0, top - 2 * c), View.BitmapWidth,
                      std::min(View.BitmapHeight, bottom + 2 * c)};
     }
+    Map_Stars();
+}
+
+void AtlasPlot::Map_Stars() {
     const size_t n = std::min(Points.size(), StarPlaces.size());
     for (size_t s = 0; s < n; ++s) {
         if (s >= 12 && !StarPlaces[s].Done) continue;
@@ -245,22 +268,16 @@ void AtlasPlot::Plot_Equatorial() {
 }
 
 void AtlasPlot::Plot_Visible_Sky() {
-    const size_t n = std::min(Points.size(), StarPlaces.size());
-    for (size_t s = 0; s < n; ++s) {
-        if (s >= 12 && !StarPlaces[s].Done) continue;
-        Map(StarPlaces[s].RA, StarPlaces[s].Dec, Points[s].X, Points[s].Y);
-    }
-    const int32_t r = View.Zoom * View.BaseRadius;
-    View.ScaleX = static_cast<float>(kPi / r);
-    Centre_Clip(r);
+    Plot_Sphere();
 }
 
 void AtlasPlot::Plot_Polar() {
-    const size_t n = std::min(Points.size(), StarPlaces.size());
-    for (size_t s = 0; s < n; ++s) {
-        if (s >= 12 && !StarPlaces[s].Done) continue;
-        Map(StarPlaces[s].RA, StarPlaces[s].Dec, Points[s].X, Points[s].Y);
-    }
+    Plot_Sphere();
+}
+
+void AtlasPlot::Plot_Sphere() {
+    // The map itself tells the visible sky from the polar views.
+    Map_Stars();
     const int32_t r = View.Zoom * View.BaseRadius;
     View.ScaleX = static_cast<float>(kPi / r);
     Centre_Clip(r);

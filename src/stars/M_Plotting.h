@@ -111,10 +111,27 @@ class AtlasPlot {
     int32_t Plots = 0;
 
   private:
+    void Map_Stars();
+    void Plot_Sphere();
     void Reset_Equatorial_Ranges();
     void Finish_Levels();
     void Centre_Clip(int32_t radius);
     float ZoomOneScaleY() const;
+};
+
+// Room for labels on the bitmap: a coarse grid of cells marked as labels take them, so that
+// a fainter star's label gives way to a brighter one's (labels are placed brightest first).
+class LabelRoom {
+  public:
+    LabelRoom(int32_t width, int32_t height);
+    // Takes the cells under `r` and returns true if none was taken; false (nothing taken)
+    // when the label would overlap one already placed.
+    bool Take(const Rect& r);
+
+  private:
+    static constexpr int32_t kCell = 6;
+    int32_t columns_ = 0, rows_ = 0;
+    std::vector<uint8_t> taken_;
 };
 
 // A true altitude (radians) as the visible-sky map places it: refraction is added above

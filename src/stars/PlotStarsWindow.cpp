@@ -17,6 +17,7 @@
 #include "shell/Grid_Model.h"
 #include "shell/M_Edit.h"
 #include "stars/FindStarWindow.h"
+#include "stars/FindStar_Model.h"
 #include "stars/M_Constellations.h"
 #include "stars/M_Resources.h"
 #include "stars/M_Stars.h"
@@ -142,7 +143,8 @@ void PlotStars::Compute_Places() {
     plot_.View.LST = Reduce_2Pi(Calc_GAST(jd) + lon);
 
     // The stars: new ones computed, and those whose place has aged beyond its interval.
-    const int32_t limit = plot_.View.BackgroundLimit;
+    // The figures' stars are computed even where they are fainter than the plot.
+    const int32_t limit = std::max(plot_.View.BackgroundLimit, Highest_Figure_Star());
     Compute_Star_Places(limit, jd);
     for (int32_t s = 12; s <= limit && s < static_cast<int32_t>(StarPlaces.size()); ++s) {
         StarPlace& p = StarPlaces[static_cast<size_t>(s)];
@@ -183,14 +185,72 @@ void PlotStars::Configure_Form() {
 
 // ------------------------------------------------------------------ drawing
 
-std::vector<int32_t> PlotStars::Repeats(int32_t x) const {
-    std::vector<int32_t> xs{x};
+PlotStars::Copies PlotStars::Repeats(int32_t x) const {
+    Copies c;
+    c.X[0] = x;
+    c.N = 1;
     if (plot_.View.IsEquatorial && plot_.View.Zoom >= 2) {
         const double wrap = plot_.Wrap_Width();
-        for (double r = x + wrap; r < plot_.View.BitmapWidth; r += wrap)
-            xs.push_back(static_cast<int32_t>(std::lround(r)));
+        for (double r = x + wrap; r < plot_.View.BitmapWidth && c.N < 8; r += wrap)
+            c.X[static_cast<size_t>(c.N++)] = static_cast<int32_t>(std::lround(r));
     }
-    return xs;
+    return c;
+}
+
+namespace {
+
+// Coverage masks of discs, by radius in quarters of a pixel: (2n + 1) squared bytes each,
+// four samples a pixel in each direction.
+struct DiscMask {
+    int32_t Half = 0;
+    std::vector<uint8_t> Alpha;
+};
+
+const DiscMask& Mask_For(float r) {
+    static std::array<DiscMask, 40> masks;
+    const size_t k = static_cast<size_t>(std::clamp(static_cast<int>(std::lround(r * 4.0f)), 1, 39));
+    DiscMask& m = masks[k];
+    if (m.Alpha.empty()) {
+        const float radius = static_cast<float>(k) / 4.0f;
+        m.Half = static_cast<int32_t>(std::ceil(radius));
+        const int32_t n = 2 * m.Half + 1;
+        m.Alpha.assign(static_cast<size_t>(n * n), 0);
+        for (int32_t j = 0; j < n; ++j)
+            for (int32_t i = 0; i < n; ++i) {
+                int inside = 0;
+                for (int sy = 0; sy < 4; ++sy)
+                    for (int sx = 0; sx < 4; ++sx) {
+                        const float dx = i - m.Half + (sx + 0.5f) / 4.0f - 0.5f;
+                        const float dy = j - m.Half + (sy + 0.5f) / 4.0f - 0.5f;
+                        inside += dx * dx + dy * dy <= radius * radius ? 1 : 0;
+                    }
+                m.Alpha[static_cast<size_t>(j * n + i)] = static_cast<uint8_t>(inside * 255 / 16);
+            }
+    }
+    return m;
+}
+
+}  // namespace
+
+void PlotStars::Blend_Disc(int32_t x, int32_t y, float r) {
+    const DiscMask& m = Mask_For(r);
+    const int32_t n = 2 * m.Half + 1, w = bitmap_.width(), h = bitmap_.height();
+    uchar* bits = bitmap_.bits();
+    const qsizetype stride = bitmap_.bytesPerLine();
+    for (int32_t j = 0; j < n; ++j) {
+        const int32_t py = y - m.Half + j;
+        if (py < 0 || py >= h) continue;
+        QRgb* line = reinterpret_cast<QRgb*>(bits + py * stride);
+        for (int32_t i = 0; i < n; ++i) {
+            const int32_t px = x - m.Half + i;
+            const int a = m.Alpha[static_cast<size_t>(j * n + i)];
+            if (a == 0 || px < 0 || px >= w) continue;
+            const QRgb d = line[px];
+            // White over what is there, by the coverage.
+            line[px] = qRgb(qRed(d) + (255 - qRed(d)) * a / 255, qGreen(d) + (255 - qGreen(d)) * a / 255,
+                            qBlue(d) + (255 - qBlue(d)) * a / 255);
+        }
+    }
 }
 
 void PlotStars::DrawBitMaps() {
@@ -234,17 +294,15 @@ void PlotStars::Draw_Stars() {
             }
         }
     }
-    QPainter p(&bitmap_);
-    p.setRenderHint(QPainter::Antialiasing, true);
-    p.setPen(Qt::NoPen);
-    p.setBrush(Qt::white);
     for (size_t s = 12; s < pts.size(); ++s) {
         const PlotPoint& pt = pts[s];
         if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
         const float r = Disc_Radius(pt.Level);
         if (r <= 0.75f) continue;
-        for (int32_t x : Repeats(pt.X)) p.drawEllipse(QPointF(x, pt.Y), r, r);
+        for (int32_t x : Repeats(pt.X)) Blend_Disc(x, pt.Y, r);
     }
+    QPainter p(&bitmap_);
+    p.setRenderHint(QPainter::Antialiasing, true);
     Draw_Texts(p);
     Draw_Bodies(p);
     Draw_Circle(p);
@@ -254,43 +312,57 @@ void PlotStars::Draw_Texts(QPainter& p) {
     const AtlasOptions& o = Atlas_Options();
     const auto& pts = plot_.Points;
     const DrawingObjects& d = Drawing();
+    LabelRoom room(bitmap_.width(), bitmap_.height());
+    // A text at (x, y) (its base line) unless it would lie over one placed before.
+    auto place = [&](const QFontMetrics& fm, int32_t x, int32_t y, const QString& text) {
+        const int32_t w = fm.horizontalAdvance(text);
+        bool drawn = false;
+        for (int32_t rx : Repeats(x)) {
+            if (!room.Take({rx, y - fm.ascent(), rx + w, y + fm.descent()})) continue;
+            p.drawText(rx, y, text);
+            drawn = true;
+        }
+        return drawn;
+    };
+    // Nothing is written over anything else: the stars' names take their room first (the
+    // brightest first), then the constellations', then the designations.
+    const int32_t last = std::min<int32_t>(plot_.View.MainStarLimit, static_cast<int32_t>(pts.size()) - 1);
+    auto each_star = [&](auto&& label) {
+        for (int32_t s = 12; s <= last; ++s) {
+            const PlotPoint& pt = pts[static_cast<size_t>(s)];
+            if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
+            label(s, pt, static_cast<int32_t>(Disc_Radius(pt.Level)));
+        }
+    };
+    if (o.ShowNames) {
+        p.setFont(d.Normal);
+        p.setPen(kName);
+        const QFontMetrics fm(d.Normal);
+        each_star([&](int32_t s, const PlotPoint& pt, int32_t r) {
+            const std::string& name = StarPlaces[static_cast<size_t>(s)].Name;
+            if (Catalogue[static_cast<size_t>(s)].NameFlag == 'N' && !name.empty())
+                place(fm, pt.X + r + 3, pt.Y - r - 2, Q(name));
+        });
+    }
     if (o.ShowConstellations) {
         p.setFont(d.Normal);
         p.setPen(Qt::white);
         const QFontMetrics fm(d.Normal);
         for (const LabelSpot& l : Constellation_Label_Spots(plot_)) {
             const QString text = Q(l.Text);
-            const int32_t half = fm.horizontalAdvance(text) / 2;
-            for (int32_t x : Repeats(l.X)) p.drawText(x - half, l.Y, text);
+            place(fm, l.X - fm.horizontalAdvance(text) / 2, l.Y, text);
         }
     }
-    const int32_t last = std::min<int32_t>(plot_.View.MainStarLimit, static_cast<int32_t>(pts.size()) - 1);
     if (o.ShowDesigs) {
         p.setFont(d.Greek);
         p.setPen(kDesig);
-        for (int32_t s = 12; s <= last; ++s) {
-            const PlotPoint& pt = pts[static_cast<size_t>(s)];
-            if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
+        const QFontMetrics fm(d.Greek);
+        each_star([&](int32_t s, const PlotPoint& pt, int32_t r) {
             const CatalogueStar& c = Catalogue[static_cast<size_t>(s)];
-            if (c.NameFlag == 0 && !(o.ShowVariables && c.VarFlag != ' ')) continue;
+            if (c.NameFlag == 0 && !(o.ShowVariables && c.VarFlag != ' ')) return;
             const QString text = Desig_Text(StarPlaces[static_cast<size_t>(s)]);
-            if (text.isEmpty()) continue;
-            const int32_t r = static_cast<int32_t>(Disc_Radius(pt.Level));
-            for (int32_t x : Repeats(pt.X)) p.drawText(x + r + 2, pt.Y + r + 10, text);
-        }
-    }
-    if (o.ShowNames) {
-        p.setFont(d.Normal);
-        p.setPen(kName);
-        for (int32_t s = 12; s <= last; ++s) {
-            const PlotPoint& pt = pts[static_cast<size_t>(s)];
-            if ((pt.X == 0 && pt.Y == 0) || pt.Level > kFaintestLevel) continue;
-            if (Catalogue[static_cast<size_t>(s)].NameFlag != 'N') continue;
-            const std::string& name = StarPlaces[static_cast<size_t>(s)].Name;
-            if (name.empty()) continue;
-            const int32_t r = static_cast<int32_t>(Disc_Radius(pt.Level));
-            for (int32_t x : Repeats(pt.X)) p.drawText(x + r + 3, pt.Y - r - 2, Q(name));
-        }
+            if (!text.isEmpty()) place(fm, pt.X + r + 2, pt.Y + r + 10, text);
+        });
     }
 }
 
@@ -468,7 +540,7 @@ void PlotStars::Compose() {
         p.setFont(Drawing().Normal);
         p.setPen(statusText_.empty() ? Qt::black : Qt::red);
         p.drawText(To_QRect(status_).adjusted(6, 0, -6, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                   Q(statusText_));
+                   Q(statusText_.empty() ? skyText_ : statusText_));
         if (!popupLines_.empty()) {
             // The pop-up: a small box beside the object.
             const QFontMetrics fm(Drawing().Normal);
@@ -539,6 +611,24 @@ void PlotStars::PrepareToPopUp(int32_t x, int32_t y) {
         popupLines_.push_back("R.A. " + Format_RA(sp.RA, 1, false) + "   S.H.A. " +
                               Format_Angle(Reduce_2Pi(kTwoPi - sp.RA), 1, false));
         popupLines_.push_back("Dec. " + Format_Lat(sp.Dec, 1, false));
+        // Where the observer sees it: the altitude of the kind the settings give.
+        AltAzResult aa;
+        if (s < 12) {
+            const BodyRecord& r = Bodies[static_cast<size_t>(s)];
+            aa.TrueAlt = r.TrueAlt;
+            aa.SextantAlt = r.SextantAlt;
+            aa.Azimuth = r.Azimuth;
+            aa.Refraction = 0.0f;
+        } else {
+            BodyPlace place;
+            float lat = 0, lon = 0;
+            aa = Star_AltAz(s, myJD_, place, lat, lon);
+        }
+        const std::string caption = Set_Alt_Option_Caption();
+        // The body service's sextant altitude of the Sun, Moon and planets has the limb in it.
+        const AltKind kind = caption == "App. Alt." && s >= 12 ? AltKind::Apparent : AltKind::Observed;
+        popupLines_.push_back(caption + " " + Altitude_Text(aa, kind) + "   Az. " +
+                              Format_Number(aa.Azimuth * kDegreesPerRadian, "000°.0"));
         if (Atlas_Options().PopUpDetails && s >= 12) {
             std::string numbers;
             if (static_cast<size_t>(s) < HD_Numbers.size() && HD_Numbers[static_cast<size_t>(s)])
@@ -610,10 +700,25 @@ void PlotStars::SysMsg_MouseMove(int32_t button, int32_t, int32_t x, int32_t y) 
     if (window_) window_->setToolTip(hoverTool_ >= 0 ? kToolTips[static_cast<size_t>(hoverTool_)] : "");
     if (window_) window_->setCursor(sky_.Contains(x, y) ? Qt::OpenHandCursor : Qt::ArrowCursor);
     if (x == mouse::LeaveXY && y == mouse::LeaveXY) {
+        skyText_.clear();
         Kill_PopUp();
         return;
     }
+    // The status line tells the sky under the mouse.
+    skyText_.clear();
+    if (sky_.Contains(x, y)) {
+        const SkyPoint sky = plot_.Screen_To_Sky(x - sky_.Left + plot_.View.ScrollX, y - sky_.Top + plot_.View.ScrollY);
+        if (sky.OnMap) {
+            skyText_ = "R.A. " + Format_RA(sky.RA, 1, false) + "   S.H.A. " +
+                       Format_Angle(Reduce_2Pi(kTwoPi - sky.RA), 1, false) + "   Dec. " + Format_Lat(sky.Dec, 1, false);
+            if (plot_.View.IsVisibleSky)
+                skyText_ += "   Alt. " + Format_Angle(sky.Alt, 1, false) + "   Az. " +
+                            Format_Number(sky.Az * kDegreesPerRadian, "000°.0");
+        }
+    }
+    const int32_t shown = popupStar_;
     PrepareToPopUp(x, y);
+    if (shown == popupStar_) Compose();
 }
 
 void PlotStars::SysMsg_MouseUp(int32_t, int32_t, int32_t, int32_t) {
@@ -761,7 +866,10 @@ PlotStarsWindow::PlotStarsWindow() : QWidget(nullptr) {
     form_ = std::make_unique<PlotStars>(this);
     hook_.MyOwner = form_.get();
     hook_.SubClass(this);
-    form_->Open_Find_Star = [this] { Open_Find_Star(this, 12, screen_key::PlotStars); };
+    // Find Star opens at the star it showed last.
+    form_->Open_Find_Star = [this] {
+        Open_Find_Star(this, Find_Star_Form(this).Model().EntryStar, screen_key::PlotStars);
+    };
     form_->Open_Options = [this] {
         if (!options_) {
             options_ = new PlotOptionsWindow(this);

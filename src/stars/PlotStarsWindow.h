@@ -6,6 +6,7 @@
 
 #include <QImage>
 #include <QWidget>
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -93,14 +94,23 @@ class PlotStars : public DateStripScreen {
     void Draw_Circle(QPainter& p);
     void Flush_Wheel();
     // Copies of an x across the wrap of the equatorial view (just x elsewhere).
-    std::vector<int32_t> Repeats(int32_t x) const;
+    struct Copies {
+        std::array<int32_t, 8> X{};
+        int32_t N = 0;
+        const int32_t* begin() const { return X.data(); }
+        const int32_t* end() const { return X.data() + N; }
+    };
+    Copies Repeats(int32_t x) const;
+    // Blends a star's disc of radius `r` onto the bitmap at (x, y).
+    void Blend_Disc(int32_t x, int32_t y, float r);
     int32_t Object_At(int32_t bx, int32_t by) const;
 
     AtlasPlot plot_;
     QImage bitmap_;
     Rect sky_, status_;
     int32_t toolsTop_ = 0;
-    std::string statusText_;
+    std::string statusText_;  // the position's error, if any
+    std::string skyText_;     // the sky under the mouse
     bool dragging_ = false;
     int32_t lastX_ = 0, lastY_ = 0;
     int32_t pendingZoom_ = 0, pendingDim_ = 0, wheelX_ = 0, wheelY_ = 0;

@@ -1,5 +1,6 @@
 #include "voyage/Plan_Undo.h"
 
+#include "settings/SettingsRecord.h"
 #include "shell/M_Kelmoran.h"
 
 namespace kelmoran {
@@ -89,12 +90,10 @@ void mnuUndo_Click(int index) {
     const auto& item = Shell.Menus.mnuUndo[index == 0 ? 0 : 1];
     if (!item.Visible || !item.Enabled) return;
     Kill_Activities();
-    if (index == 0) {
-        Plan_Undo.Undo(Voyage);
-    } else {
-        Plan_Undo.Redo(Voyage);
-    }
+    const Undo_Type t = index == 0 ? Plan_Undo.Undo(Voyage) : Plan_Undo.Redo(Voyage);
     if (Shell.CurrentScreen) Shell.CurrentScreen->CalcDates();
+    // The screens that follow the plan move with it.
+    if (t == Undo_Type::Voyage && Settings.PositionMethod == 2) Update_All_Screens(Shell.ScreenName);
     if (Shell.Host) {
         Shell.Host->Menus_Changed();
         Shell.Host->Repaint();

@@ -24,6 +24,7 @@ constexpr int32_t kStripGap = 4;
 constexpr int32_t kSpeedBoxWidth = 140;
 constexpr const char* kResetWidth = "Reset Width";
 constexpr const char* kResetAllWidths = "Reset All Widths";
+constexpr const char* kInsertPrefix = "Insert Column/";
 
 bool Is_Cursor_Key(int32_t key) {
     return key == vkey::Up || key == vkey::Down || key == vkey::Left || key == vkey::Right ||
@@ -271,6 +272,7 @@ bool cNavPlan::Edit_Cell(int32_t firstKey) {
     const auto line = static_cast<size_t>(grid_.MyTrueRow);
     if (line >= page_.Lines.size() || grid_.CursorInDates) return false;
     const int32_t column = grid_.Cursor_Column();
+    if (column < 0 || column >= navplan_col::Count) return false;
     const std::string& shown = page_.Labels[static_cast<size_t>(column)][line];
     const NavPlan_Cell_Edit e = NavPlan_Edit_For(Voyage, page_.Lines[line], column, shown);
     if (e.Field.empty()) return false;
@@ -328,12 +330,20 @@ void cNavPlan::Show_Menu(const std::vector<std::string>& items, int32_t x, int32
         chosen = Menu_Chooser(items);
     } else {
         QMenu menu;
+        QMenu* insert = nullptr;
+        const std::string prefix = kInsertPrefix;
         for (const std::string& item : items) {
-            if (item == "-") menu.addSeparator();
-            else menu.addAction(Q(item));
+            if (item == "-") {
+                menu.addSeparator();
+            } else if (item.rfind(prefix, 0) == 0) {
+                if (!insert) insert = menu.addMenu("Insert Column");
+                insert->addAction(Q(item.substr(prefix.size())))->setData(Q(item));
+            } else {
+                menu.addAction(Q(item))->setData(Q(item));
+            }
         }
         const QPoint at = window_ ? window_->mapToGlobal(QPoint(x, y)) : QPoint(x, y);
-        if (QAction* a = menu.exec(at)) chosen = a->text().toStdString();
+        if (QAction* a = menu.exec(at)) chosen = a->data().toString().toStdString();
     }
     if (!chosen.empty()) Menu_PopUp(chosen);
 }
@@ -359,6 +369,8 @@ void cNavPlan::Menu_PopUp(const std::string& caption) {
         grid_.Reset_Width(menuPosition_);
     } else if (caption == kResetAllWidths) {
         grid_.Reset_All_Widths();
+    } else if (caption.rfind(kInsertPrefix, 0) == 0) {
+        grid_.mnuInsert(caption.substr(std::string(kInsertPrefix).size()), menuPosition_);
     } else {
         return;
     }
@@ -368,19 +380,19 @@ void cNavPlan::Menu_PopUp(const std::string& caption) {
 
 // ---------------------------------------------------------------- mouse and keys
 
-std::pair<std::string, std::string> cNavPlan::Hot_Spot_Text(int32_t x, int32_t y) const {
+std::string cNavPlan::Help_Key(int32_t x, int32_t y) const {
     const bool none = !Voyage.Any_Way_Point_In_Use();
-    if (etd_.MyFrame.Contains(x, y))
-        return none ? std::pair<std::string, std::string>{navplan_text::EtdDisabled, ""}
-                    : std::pair<std::string, std::string>{"Main ETD", ""};
-    if (eta_.MyFrame.Contains(x, y))
-        return none ? std::pair<std::string, std::string>{navplan_text::EtaDisabled, ""}
-                    : std::pair<std::string, std::string>{navplan_text::MainEtaHint,
-                                                          navplan_text::MainEtaHint2};
-    if (speedBox_.Contains(x, y)) return {plan_text::SpeedSetHint, plan_text::DefaultSpeedHint};
+    if (etd_.MyFrame.Contains(x, y)) return none ? navplan_text::EtdDisabled : "Main ETD";
+    if (eta_.MyFrame.Contains(x, y)) return none ? navplan_text::EtaDisabled : "Main ETA";
+    if (speedBox_.Contains(x, y)) return "Default Speed";
+    if (grid_.Divider_At(x, y) >= 0) return "Drag Colm";
     const int32_t pos = grid_.Heading_At(x, y);
-    if (pos < 0) return {"", ""};
-    return NavPlan_Column_Hint(grid_.MyColmPtr[static_cast<size_t>(pos)]);
+    if (pos < 0 || pos >= static_cast<int32_t>(grid_.MyColmPtr.size())) return {};
+    // A column's words go by its title; the fixed speeds' by their short one.
+    const auto column = static_cast<size_t>(grid_.MyColmPtr[static_cast<size_t>(pos)]);
+    const bool fixed = column >= static_cast<size_t>(navplan_col::FixedEta1) &&
+                       column <= static_cast<size_t>(navplan_col::FixedTtg3);
+    return grid_.MyColmTitles[column][fixed ? 1 : 0];
 }
 
 void cNavPlan::SysMsg_VChange(int32_t pos) {
@@ -411,9 +423,13 @@ void cNavPlan::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_
     if (button == mouse::Right) {
         if (heading >= 0) {
             menuPosition_ = heading;
-            Show_Menu({navplan_text::Hide, kResetWidth, kResetAllWidths, "-",
-                       remarks_ ? navplan_text::HideRemarks : navplan_text::DisplayRemarks},
-                      x, y);
+            std::vector<std::string> items = {
+                navplan_text::Hide, kResetWidth, kResetAllWidths, "-",
+                remarks_ ? navplan_text::HideRemarks : navplan_text::DisplayRemarks};
+            // The hidden columns, the other fixed speeds among them, can come back.
+            for (const std::string& title : grid_.Menu_Insert_AddRemove())
+                items.push_back(kInsertPrefix + title);
+            Show_Menu(items, x, y);
             return;
         }
         const auto line = static_cast<size_t>(grid_.Row_At(x, y));

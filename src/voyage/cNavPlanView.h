@@ -91,9 +91,10 @@ class cNavPlan : public UiScreen, public PictureForm, public cDatesOwner, public
     // Begins the edit of the cell under the cursor, with a first key or none; false when
     // the cell cannot be edited.
     bool Edit_Cell(int32_t firstKey);
-    // The help words of the point (x, y): a hot spot of the strips and the speed box, or
-    // the heading of a column.
-    std::pair<std::string, std::string> Hot_Spot_Text(int32_t x, int32_t y) const;
+    // The help pop-up's key of the point (x, y): the strips ("Main ETD", "Main ETA", or
+    // "ETD Disabled", "ETA Disabled" while the plan holds no way point), the speed box
+    // ("Default Speed"), a line between headings, or a column's heading; "" for none.
+    std::string Help_Key(int32_t x, int32_t y) const;
 
     GridModel& Grid() { return grid_; }
     const NavPlan_Page& Page() const { return page_; }

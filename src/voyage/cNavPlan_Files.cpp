@@ -5,6 +5,7 @@
 
 #include "settings/SettingsRecord.h"
 #include "shell/Drawing.h"
+#include "shell/File_Dialogs.h"
 #include "voyage/CloxView.h"
 #include "voyage/Gpx_Route.h"
 #include "voyage/M_Clox.h"
@@ -74,12 +75,12 @@ std::string cNavPlan_Files::Ask_File(bool save, const std::string& title) const 
 std::string cNavPlan_Files::Ask_File(bool save, const std::string& title,
                                      const std::string& filter) const {
     if (Choose_File) return Choose_File(save, title, filter);
-    const QString start = Plan_File_Name().empty() ? QString() : Q(Plan_File_Name());
+    const QString start = save ? Dialog_Start(Q(Plan_File_Name())) : Dialog_Folder();
     // The question of a file that exists is asked by us, in the program's own words.
-    const QString path =
+    const QString path = Remember_Dialog_Folder(
         save ? QFileDialog::getSaveFileName(parent_, Q(title), start, Q(filter), nullptr,
                                             QFileDialog::DontConfirmOverwrite)
-             : QFileDialog::getOpenFileName(parent_, Q(title), start, Q(filter));
+             : QFileDialog::getOpenFileName(parent_, Q(title), start, Q(filter)));
     return path.toStdString();
 }
 
@@ -90,7 +91,10 @@ void cNavPlan_Files::Show_Error(const std::string& message) const {
 
 bool cNavPlan_Files::Open_Plan() {
     const std::string path = Ask_File(false, voyage_file_text::OpenTitle);
-    if (path.empty()) return false;
+    return !path.empty() && Open_Plan_File(path);
+}
+
+bool cNavPlan_Files::Open_Plan_File(const std::string& path) {
     std::string message;
     if (!Load_Plan(path, Voyage, message)) {
         Show_Error(message);

@@ -24,6 +24,9 @@ class cNavPlan_Files : public PlanFileActions {
     bool Any_Way_Point_In_Use() const override;
     void New_Plan() override;
     bool Open_Plan() override;
+    // Reads the plan at `path` (chosen, or named on the command line); its message if it
+    // cannot be read, and the plan in use is kept.
+    bool Open_Plan_File(const std::string& path);
     bool Save_Plan(const std::string& name) override;
     bool Save_Plan_As() override;
     void Read_Default_Plan() override;

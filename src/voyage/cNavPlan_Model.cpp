@@ -200,16 +200,17 @@ double NavPlan_Typed_Eta(double value, double near, int32_t zoneMinutes) {
     if (day < 1) day = d.wDay;
     double best = 0;
     double bestGap = -1;
-    // The typed day in the month before, the month of `near` and the month after.
-    for (int32_t step = -1; step <= 1; ++step) {
+    // The typed day in the months round that of `near` (two each way, for a day that a
+    // short month lacks).
+    for (int32_t step = -2; step <= 2; ++step) {
         MySystemTime m = d;
         int32_t month = d.wMonth + step;
         int32_t year = d.wYear;
         if (month < 1) {
-            month = 12;
+            month += 12;
             --year;
         } else if (month > 12) {
-            month = 1;
+            month -= 12;
             ++year;
         }
         if (year == 0) year = step < 0 ? -1 : 1;
@@ -298,26 +299,6 @@ std::vector<std::string> NavPlan_Row_Menu(const VoyagePlan& plan, int32_t row, b
 std::string Speed_Box_Text(float speed) {
     return std::string(navplan_text::SpeedPrefix) + Format_Number(speed, mask::SpeedFlexible) +
            navplan_text::SpeedSuffix;
-}
-
-std::pair<std::string, std::string> NavPlan_Column_Hint(int32_t column) {
-    using namespace navplan_text;
-    switch (column) {
-        case navplan_col::ID: return {plan_text::IdAlphaHint, plan_text::IdAlphaHint2};
-        case navplan_col::Description: return {DescriptionHint, ""};
-        case navplan_col::Speed: return {plan_text::SpeedHint, ""};
-        case navplan_col::ETA: return {EtaHint, plan_text::LockedRowHint};
-        case navplan_col::TimeToGo: return {TimeToGoHint, ""};
-        case navplan_col::DistToGo: return {DistToGoHint, ""};
-        case navplan_col::MagCo: return {MagCoHint, ""};
-        case navplan_col::ShipTime: return {ShipTimeHint, ""};
-        case navplan_col::LMT: return {LmtHint, ""};
-        default:
-            if (column >= navplan_col::FixedEta1 && column <= navplan_col::FixedTtg3)
-                return {(column - navplan_col::FixedEta1) % 2 ? FixedTtgHint : FixedEtaHint,
-                        FixedSpeedHint};
-            return {"", ""};
-    }
 }
 
 }  // namespace kelmoran

@@ -42,18 +42,6 @@ inline constexpr int32_t Count = 21;
 namespace navplan_text {
 inline constexpr const char* EtdDisabled = "ETD Disabled";
 inline constexpr const char* EtaDisabled = "ETA Disabled";
-inline constexpr const char* MainEtaHint = "Time of arrival - Calculated or manual input";
-inline constexpr const char* MainEtaHint2 = "Manual input adjusts speed of unlocked rows";
-inline constexpr const char* DescriptionHint = "Free Text.  Second line can be";
-inline constexpr const char* EtaHint = "ETA or actual time at Way Point";
-inline constexpr const char* TimeToGoHint = "Time to final Way Point";
-inline constexpr const char* DistToGoHint = "Total remaining distance to go";
-inline constexpr const char* FixedEtaHint = "ETA based on a fixed speed for voyage";
-inline constexpr const char* FixedSpeedHint = "Use Options/ Speeds to change";
-inline constexpr const char* FixedTtgHint = "Time to Go based on a fixed speed";
-inline constexpr const char* MagCoHint = "Mean Magnetic Course";
-inline constexpr const char* ShipTimeHint = "Time offset to use";
-inline constexpr const char* LmtHint = "Approx. LMT at Way Point";
 inline constexpr const char* Hide = "Hide";
 inline constexpr const char* HideRemarks = "Hide Remarks";
 inline constexpr const char* DisplayRemarks = "Display Remarks";
@@ -109,14 +97,11 @@ bool NavPlan_Clear_Cell(VoyagePlan& plan, const NavPlan_Line& line, int32_t colu
 std::vector<std::string> NavPlan_Row_Menu(const VoyagePlan& plan, int32_t row, bool remarks);
 
 // An ETA typed as day of the month, hours and minutes (`value` days) in the zone of
-// `zoneMinutes`, placed in the month of `near` (UT) or the month next to it, whichever
-// comes closest to `near`. The moment in UT.
+// `zoneMinutes`, placed in whichever month round that of `near` (UT) brings it closest to
+// `near`; a day of 0 is the day of `near`. The moment in UT.
 double NavPlan_Typed_Eta(double value, double near, int32_t zoneMinutes);
 
 // The text of the default speed box: "@ " value " Kts".
 std::string Speed_Box_Text(float speed);
-
-// The help words of a column (first line, second line).
-std::pair<std::string, std::string> NavPlan_Column_Hint(int32_t column);
 
 }  // namespace kelmoran

@@ -29,7 +29,7 @@ for size in 16 32 48 64 128 256; do
     [ -f "$png" ] || fail "no ${size}px icon"
     file "$png" | grep -q "$size x $size" || fail "${size}px icon has the wrong size"
 done
-[ -f "$share/kelmoran/help/index.html" ] || fail "no help book index"
+[ -f "$share/kelmoran/help/Kelmoran Help.html" ] || fail "no help book index"
 
 out=$(env -u DISPLAY -u WAYLAND_DISPLAY "$prefix/bin/kelmoran" --version)
 [ "$out" = "Kelmoran $version" ] || fail "--version printed '$out'"

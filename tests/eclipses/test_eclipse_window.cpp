@@ -74,8 +74,13 @@ TEST(EclipseWindow, OpensFromMoonPhasesAndStepsThroughTheYear) {
     EXPECT_EQ(w->Local_Panel()[3].Time, "18:41");
     EXPECT_EQ(w->Tooltip_At(w->Control_Rect("Path of Eclipse").center()),
               "Complete Eclipse coverage\n(Slow)");
-    EXPECT_FALSE(w->Control_Enabled("Show Plan"));  // the plan is of a lunar eclipse
     Save_Png(w->Picture(), "shots", "eclipse_2024_april_minute");
+    // Its plan: the Earth's disc as the Sun sees it, and no path to be had there.
+    Click(w, "Show Plan");
+    EXPECT_TRUE(w->Showing_Plan());
+    EXPECT_FALSE(w->Control_Enabled("Path of Eclipse"));
+    Save_Png(w->Picture(), "shots", "eclipse_2024_april_plan");
+    Click(w, "Show Map");
 
     // "Next Eclipse" to the end of the year, then round to its first.
     const int april = w->Current();
@@ -113,7 +118,19 @@ TEST(EclipseWindow, OpensFromMoonPhasesAndStepsThroughTheYear) {
     w = Open_Eclipse_Window();
     ASSERT_NE(w, nullptr);
     EXPECT_EQ(w->Current(), april);
+    // A day on in the strip fills the table again: the window keeps its eclipse; a year on,
+    // it shows the new year's first.
+    Wheel(main->Client(), Centre(lunations->MyDates().Field_Rect("Day")), 120);
+    QApplication::processEvents();
+    EXPECT_EQ(w->Current(), april);
+    EXPECT_EQ(w->Panel()[0].Time, "8th of April 2024");
+    Wheel(main->Client(), Centre(lunations->MyDates().Field_Rect("Year")), 120);
+    QApplication::processEvents();
+    EXPECT_EQ(w->Current(), 0);
+    EXPECT_EQ(w->Panel()[0].Time.substr(w->Panel()[0].Time.size() - 4), "2025");
     w->close();
+    QApplication::processEvents();
+    Wheel(main->Client(), Centre(lunations->MyDates().Field_Rect("Year")), -120);
     QApplication::processEvents();
 
     // The row pop-up of October (a quarter's cell) offers its eclipse.
@@ -155,8 +172,9 @@ TEST(EclipseWindow, PlanOfTheTotalLunarEclipseOf2025) {
 }
 
 // The complete path painted on the map against the local circumstances: places on the
-// centre line are total and painted as the band; places 3 degrees of latitude away are not.
-void Check_Path(int year, int month, const char* shot) {
+// centre line are central (total, or annular for an annular eclipse) and painted as the
+// band; places across the shadow's motion by three of its radii are not.
+void Check_Path(int year, int month, const char* shot, int onMap) {
     Observe_From(0.0, 0.0);
     EclipseTable& t = Eclipses;
     Fill_Lunation_Year(year, 0, t);
@@ -174,8 +192,8 @@ void Check_Path(int year, int month, const char* shot) {
     const auto painted = [&](double lat, double lon) {
         const QPoint c = w.Map_Pixel(lat, lon);
         int n = 0;
-        for (int dy = -1; dy <= 1; ++dy)
-            for (int dx = -1; dx <= 1; ++dx) n += picture.pixel(c.x() + dx, c.y() + dy) == total;
+        for (int dy = -2; dy <= 2; ++dy)
+            for (int dx = -2; dx <= 2; ++dx) n += picture.pixel(c.x() + dx, c.y() + dy) == total;
         return n;
     };
     const EclipseRow& r = t.Rows[row];
@@ -191,31 +209,44 @@ void Check_Path(int year, int month, const char* shot) {
         ASSERT_TRUE(plane.Place(plane.AxisEast(), plane.AxisNorth(), g, h));
         const double lat = g.Lat * kRadian, lon = g.Lon * kRadian;
         const LocalEclipse on = Local_Solar_Eclipse(g.Lat, g.Lon, r.FirstContact.Time, r.LastContact.Time);
-        EXPECT_TRUE(on.Central && !on.Annular) << lat << " " << lon;
-        EXPECT_GE(painted(lat, lon), 5) << lat << " " << lon;
+        EXPECT_TRUE(on.Central) << lat << " " << lon;
+        EXPECT_EQ(on.Annular, t.Speed[row].Annular != 0) << lat << " " << lon;
+        if (lat > eclipse_map::TopLatitude - 1.0) continue;  // beyond the map
+        EXPECT_GE(painted(lat, lon), 13) << lat << " " << lon;  // coast lines cross some
         ++inside;
-        const double away = k % 2 ? 3.0 : -3.0;
-        if (std::fabs(lat + away) > 70.0) continue;
-        const LocalEclipse off = Local_Solar_Eclipse((lat + away) / kRadian, g.Lon,
-                                                     r.FirstContact.Time, r.LastContact.Time);
-        EXPECT_FALSE(off.Central) << lat + away << " " << lon;
-        EXPECT_EQ(painted(lat + away, lon), 0) << lat + away << " " << lon;
+        // Off the path: across the shadow's motion by three of its radii and 100 km.
+        const ShadowPlane next(Eclipse_Instant(time + 1.0 / 1440.0, window));
+        const double de = next.AxisEast() - plane.AxisEast(), dn = next.AxisNorth() - plane.AxisNorth();
+        const double side = (k % 2 ? 1.0 : -1.0) * (3.0 * i.UmbraRadius + 100.0) / std::hypot(de, dn);
+        GeoPoint o;
+        if (!plane.Place(plane.AxisEast() - side * dn, plane.AxisNorth() + side * de, o, h)) continue;
+        const double olat = o.Lat * kRadian, olon = o.Lon * kRadian;
+        if (olat > eclipse_map::TopLatitude - 1.0) continue;
+        const LocalEclipse off = Local_Solar_Eclipse(o.Lat, o.Lon, r.FirstContact.Time, r.LastContact.Time);
+        EXPECT_FALSE(off.Central) << olat << " " << olon;
+        EXPECT_EQ(painted(olat, olon), 0) << olat << " " << olon;
         ++outside;
     }
-    EXPECT_EQ(inside, 20);
-    EXPECT_GE(outside, 18);
+    EXPECT_GE(inside, onMap);
+    EXPECT_GE(outside, onMap - 2);
     w.resize(1180, 720);
     QApplication::processEvents();
     Save_Png(w.Picture(), "shots", shot);
 }
 
 TEST(EclipseWindow, CompletePathOf2024CoversTheTotalPlaces) {
-    Check_Path(2024, 4, "eclipse_2024_april_path");
+    Check_Path(2024, 4, "eclipse_2024_april_path", 20);
 }
 
 TEST(EclipseWindow, CompletePathOf2017CoversTheTotalPlaces) {
-    Check_Path(2017, 8, "eclipse_2017_august_path");
+    Check_Path(2017, 8, "eclipse_2017_august_path", 20);
+}
+
+// An annular path over the North Pole, off the top of the map and back.
+TEST(EclipseWindow, CompletePathOf2021JuneCoversTheAnnularPlaces) {
+    Check_Path(2021, 6, "eclipse_2021_june_annular_path", 9);
 }
 
 }  // namespace
 }  // namespace kelmoran
+

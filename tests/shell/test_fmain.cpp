@@ -1,7 +1,10 @@
-// The main window headless: its menu bar, the Main screen's picture and the version box.
+// The main window headless: its menu bar, the Main screen's picture, the version box, the
+// questions at exit and a file named on the command line.
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
@@ -9,8 +12,11 @@
 #include <QTimer>
 #include <deque>
 
+#include "settings/SettingsRecord.h"
 #include "shell/SplashScreen.h"
 #include "shell/Ui_Screens.h"
+#include "voyage/Voyage_File.h"
+#include "voyage/Voyage_Plan.h"
 
 namespace kelmoran {
 namespace {
@@ -32,12 +38,12 @@ TEST(fMain, MenuBarHasEveryEntryWithItsCaption) {
     EXPECT_TRUE(w.Reset_Time_Action()->isEnabled());
     EXPECT_FALSE(w.Undo_Action(0)->isEnabled());
     EXPECT_EQ(w.Help_Action(4)->text(), "&Version Info");
-    // Screens that are not part of the program yet are present but disabled.
+    // Every screen of the menu can be opened.
     EXPECT_EQ(w.Window_Action(0)->text(), "&AltAz");
     EXPECT_TRUE(w.Window_Action(0)->isEnabled());
-    EXPECT_FALSE(w.Window_Action(1)->isEnabled());  // Clocks
+    EXPECT_TRUE(w.Window_Action(1)->isEnabled());  // Clocks
     EXPECT_EQ(w.Window_Action(9)->text(), "Sights");
-    EXPECT_FALSE(w.Window_Action(9)->isEnabled());
+    EXPECT_TRUE(w.Window_Action(9)->isEnabled());
 }
 
 TEST(fMain, MainScreenPaintsThePageOfTheDay) {
@@ -134,6 +140,40 @@ TEST(fMain, ExitAsksAboutSightsThenThePlanAndCancelKeepsTheWindow) {
     }
     Shell.SightsChanged = kFalse;
     Shell.PlanChanged = kFalse;
+}
+
+// A file named on the command line: a plan opens on the Voyage screen; a damaged plan or a
+// file of another kind gets its message and the program goes on as it started.
+TEST(fMain, CommandLinePlanOpensOnTheVoyageScreen) {
+    const QString folder = QDir(KELMORAN_BINARY_DIR).filePath("command_line");
+    QDir(folder).mkpath(".");
+    const std::string good = QDir(folder).filePath("Channel.Voy").toStdString();
+    VoyagePlan plan;
+    plan.New_Plan(9828.5, 6.0f);
+    plan.Header.Title = "Channel crossing";
+    std::string message;
+    ASSERT_TRUE(Save_Plan(good, plan, Settings, message)) << message;
+    QFile damaged(QDir(folder).filePath("Damaged.Voy"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("not a voyage plan");
+    damaged.close();
+
+    fMain w;
+    w.show();
+    {
+        BoxAnswerer user({});
+        w.Open_Command_Line_File(damaged.fileName());
+        w.Open_Command_Line_File(QDir(folder).filePath("notes.txt"));
+        ASSERT_EQ(user.Asked.size(), 2);
+        EXPECT_TRUE(user.Asked[1].contains("is neither")) << user.Asked[1].toStdString();
+        EXPECT_EQ(Shell.ScreenName, screen_key::Splash);
+        EXPECT_NE(Voyage.Header.Title, "Channel crossing");
+    }
+    w.Open_Command_Line_File(QString::fromStdString(good));
+    EXPECT_EQ(Shell.ScreenName, screen_key::NavPlan);
+    EXPECT_EQ(Voyage.Header.Title, "Channel crossing");
+    QApplication::processEvents();
+    ui_test::Save_Png(w.Current_Ui_Screen()->Picture(), "command_line", "voyage");
 }
 
 }  // namespace

@@ -222,6 +222,15 @@ TEST_F(SightsWindowTest, OneSightIsAnITPAndFiveMakeAFixWithItsEllipse) {
     EXPECT_EQ(w->Plot().Lines.size(), sights.size());
     EXPECT_TRUE(w->Plot().Fix.Has_Ellipse);
     Save_Png(w->grab().toImage(), "sights", "sights_five_fix_ellipse");
+    // The wheel over the sheet draws it a quarter closer at a notch.
+    const float scale = w->Plot_Scale();
+    Wheel(client, Centre(w->Sheet_Area()), 120);
+    EXPECT_NEAR(w->Plot_Scale() / scale, 1.25, 1e-5);
+    // Delete strikes out the sight of the row under the cursor.
+    const int last = static_cast<int>(sights.size()) - 1;
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(w->Set().Sights[last].Row_Used, 0);
+    EXPECT_EQ(w->Plot().Lines.size(), sights.size() - 1);
 
     // "&New Set" with unsaved sights asks first; Cancel keeps them, OK clears them.
     answer = MsgAnswer::Cancel;
@@ -368,6 +377,73 @@ TEST_F(SightsWindowTest, ASavedSetOpensAgainAndAskOfDifferentSettings) {
     EXPECT_NE(asked[0].find("Differences in User Settings|Ht of Eye will change"),
               std::string::npos);
     EXPECT_EQ(Settings.HtOfEye, 5.0f);
+}
+
+}  // namespace
+}  // namespace kelmoran
+
+#include "shell/fMain.h"
+
+namespace kelmoran {
+namespace {
+
+// The window as the program opens it: from the Screen menu, told of every change of the
+// moment, its Options through the shell's hook; and lines carried by the dead reckoning.
+TEST(SightsInTheProgram, TheScreenMenuOpensItAndTheUpdatesReachIt) {
+    Load_Star_Tables();
+    fMain main;
+    main.show();
+    Observer_At(static_cast<float>(kLat), static_cast<float>(kLon), 0.0f, 3.0f);
+    Settings.PositionMethod = kDRCourseSpeed;  // 12 knots to the north-east
+    Settings.FixCourse = 45.0f;
+    Settings.FixSpeed = 12.0f;
+    Settings.FixTime = kT0;
+    TZ_Bias = 0;
+    MyDates_DateChange(screen_key::Splash, kT0 + 23.0 / 24.0);
+    main.Window_Action(9)->trigger();
+    SightsWindow* w = main.Sights_Window();
+    ASSERT_NE(w, nullptr);
+    EXPECT_NE(Shell.SightsOpen, 0);
+    EXPECT_TRUE(w->Options_Action()->isEnabled());  // the shell connects the dialogue
+    EXPECT_DOUBLE_EQ(w->Set().Fix_Sight.Sight_Time, kT0 + 23.0 / 24.0);
+    // A new moment on another screen moves the fix time and its DR.
+    MyDates_DateChange(screen_key::Splash, kT0 + 23.5 / 24.0);
+    EXPECT_DOUBLE_EQ(w->Set().Fix_Sight.Sight_Time, kT0 + 23.5 / 24.0);
+    EXPECT_EQ(w->Strip().MySystemTime.wMinute, 30);
+
+    // Three sights before the fix time, with the filter wide open: each line is carried
+    // to the fix time and marked so.
+    SightsFilter.AltLimit = static_cast<float>(120.0 / kArcminPerRadian);
+    SightsFilter.AzLimit = 90.0f;
+    QWidget* client = w->Client();
+    for (int r = 0; r < 3; ++r) {
+        QTest::mouseClick(client, Qt::LeftButton, {}, Centre(w->Row_Dates(r).MyDayLabel));
+        QTest::keyClicks(client, QString::asprintf("0623%02d00", 2 * r));
+        QTest::keyClick(client, Qt::Key_Tab);
+        QTest::keyClicks(client, QString::asprintf("%d 10.0", 30 + 5 * r));
+        QTest::keyClick(client, Qt::Key_Tab);
+        QTest::keyClicks(client, QString::asprintf("%03d0", 120 * r + 20));
+        QTest::keyClick(client, Qt::Key_Return);
+    }
+    ASSERT_EQ(w->Set().Sights[2].Row_Used, kTrue);
+    ASSERT_EQ(w->Plot().Lines.size(), 3u);
+    for (const Sheet_Line& l : w->Plot().Lines) EXPECT_TRUE(l.Transferred) << l.Row;
+    Save_Png(w->grab().toImage(), "sights", "sights_transferred_lines");
+
+    // The shell's Options hook: OK runs the filter again over the rows.
+    int opened = 0;
+    w->OpenOptions = [&](QWidget*, const std::string& owner, const std::string& tab) {
+        EXPECT_EQ(owner, "Sights");
+        EXPECT_EQ(tab, "Filter");
+        ++opened;
+        SightsFilter.AltLimit = static_cast<float>(0.5 / kArcminPerRadian);
+        return true;
+    };
+    w->mnuOptions();
+    EXPECT_EQ(opened, 1);
+    for (int r = 0; r < 3; ++r) EXPECT_EQ(w->Set().Sights[r].Has_Body, 0) << r;
+    Shell.SightsChanged = kFalse;
+    Settings.PositionMethod = kFixPosition;
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 // The atlas maps: their edge cases, the inverse map, zoom about a point and the drag.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
 #include "ephemeris/Units.h"
+#include "stars/M_Constellations.h"
 #include "stars/M_Plotting.h"
 #include "stars/M_Resources.h"
 #include "stars/M_Stars.h"
@@ -54,6 +56,12 @@ TEST_F(AtlasGeometry, EdgeCasesOfTheMaps) {
     const auto [x, y] = Pixel(0.0, 0.0);
     EXPECT_NEAR(x - plot.View.BitmapWidth / 2, kPi / plot.View.ScaleX, 0.5);
     EXPECT_EQ(y, plot.View.BitmapHeight / 2);
+
+    // Labels take room once: a second one over the first gives way, one beside it does not.
+    LabelRoom room(600, 400);
+    EXPECT_TRUE(room.Take({100, 100, 160, 112}));
+    EXPECT_FALSE(room.Take({150, 105, 200, 117}));
+    EXPECT_TRUE(room.Take({162, 100, 220, 112}));
 
     // The zoom caps at 2048 and floors at 1, in both kinds of view.
     for (const char* view : {"Equatorial", "NorthStars"}) {
@@ -125,6 +133,36 @@ TEST_F(AtlasGeometry, DragMovesTheWindowUntilItLeavesTheThird) {
         EXPECT_LE(std::abs(x - (third + qx + 40 + third)), 1) << view;
         EXPECT_LE(std::abs(y - (plot.View.ScrollY + qy + 25)), 1) << view;
     }
+}
+
+TEST_F(AtlasGeometry, ConstellationFiguresAndLabels) {
+    Compute_Star_Places(Highest_Figure_Star(), 9000.25);
+    plot.Switch_Projection("Equatorial");
+    const auto lines = Constellation_Line_Segments(plot);
+    // Every figure line is on the sky once at zoom 1; those across the wrap run over the
+    // edge instead of across the whole map.
+    EXPECT_EQ(lines.size(), Constellation_Lines().size());
+    const double wrap = plot.Wrap_Width();
+    int32_t overEdge = 0;
+    for (const Segment& s : lines) {
+        EXPECT_LE(std::abs(s.X2 - s.X1), wrap / 2);
+        overEdge += std::abs(s.X2 - plot.View.BitmapWidth / 2) > wrap / 2 ? 1 : 0;
+    }
+    EXPECT_GT(overEdge, 0);
+    EXPECT_GT(Constellation_Boundary_Segments(plot, 9000.25).size(), 5000u);
+
+    // Abbreviations below zoom 4, full names from it; Serpens in two parts.
+    plot.Switch_Projection("NorthStars");
+    auto labels = Constellation_Label_Spots(plot);
+    auto has = [&](const std::string& t) {
+        return std::any_of(labels.begin(), labels.end(), [&](const LabelSpot& l) { return l.Text == t; });
+    };
+    EXPECT_TRUE(has("UMi"));
+    EXPECT_TRUE(has("Ser"));
+    for (int i = 0; i < 2; ++i) plot.Zoom_At(1, plot.View.CentreX, plot.View.CentreY);
+    labels = Constellation_Label_Spots(plot);
+    EXPECT_TRUE(has("Ursa Minor"));
+    EXPECT_FALSE(has("UMi"));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 #include <cmath>
@@ -17,6 +18,7 @@
 #include "stars/FindStarWindow.h"
 #include "stars/M_Resources.h"
 #include "stars/M_Stars.h"
+#include "stars/PlotOptionsWindow.h"
 #include "stars/PlotOptions_Model.h"
 #include "stars/PlotStarsWindow.h"
 
@@ -159,6 +161,23 @@ TEST_F(AtlasUi, ZoomedPictureAndPopUp) {
     ASSERT_FALSE(atlas.PopUp_Lines().empty());
     EXPECT_EQ(atlas.PopUp_Lines().front(), "Betelgeuse");
     Save_Png(atlas.Picture(), "atlas", "PopUp");
+}
+
+TEST_F(AtlasUi, OptionsSwitchTheViewAndTheStripMovesTheMoment) {
+    PlotStars& atlas = Atlas("VisibleStars");
+    QWidget* w = Star_Atlas();
+    QTest::mouseClick(w, Qt::LeftButton, {}, Centre(atlas.Tool_Rect(AtlasTool::Options)));
+    PlotOptionsWindow* options = Star_Atlas()->Options();
+    ASSERT_NE(options, nullptr);
+    QTest::mouseClick(options->EquatorialStars, Qt::LeftButton, {}, QPoint(6, options->EquatorialStars->height() / 2));
+    EXPECT_TRUE(atlas.Plot().View.IsEquatorial);
+    Save_Png(options->grab().toImage(), "atlas", "Options");
+
+    // A notch of the wheel on the strip's day: a day later here and for every screen.
+    const int32_t redraws = atlas.Redraws;
+    Wheel(w, Centre(atlas.MyDates().Field_Rect("Day")), 120);
+    EXPECT_NEAR(Shell.CurrentJD, kMoment + 1.0, 1e-6);
+    EXPECT_GT(atlas.Redraws, redraws);
 }
 
 TEST_F(AtlasUi, FindStarFromAltAzByKeys) {

@@ -25,14 +25,15 @@ using voyage_test::kDeg;
 class VoyageScreens : public ::testing::Test {
   protected:
     void SetUp() override {
-        TZ_Bias = 0;
-        Settings.AutoTimeZone = 0;
-        Settings.PositionMethod = 0;
-        Settings.DefaultPlanFile.clear();
         dir = QDir(KELMORAN_BINARY_DIR).filePath("voyage/files");
         QDir(dir).removeRecursively();
         QDir().mkpath(dir);
         w = std::make_unique<fMain>();
+        // Greenwich, fixed position, no default plan, whatever the settings file held.
+        TZ_Bias = 0;
+        Settings.AutoTimeZone = 0;
+        Settings.PositionMethod = 0;
+        Settings.DefaultPlanFile.clear();
         w->resize(1100, 640);
         w->show();
         QApplication::processEvents();
@@ -45,7 +46,12 @@ class VoyageScreens : public ::testing::Test {
             return chosen;
         };
     }
-    void TearDown() override { w.reset(); }
+    void TearDown() override {
+        // The settings are written back at exit: leave none of this test's in them.
+        Settings.PositionMethod = 0;
+        Settings.DefaultPlanFile.clear();
+        w.reset();
+    }
 
     cNavPlan* Open_Voyage() {
         w->Window_Action(5)->trigger();
@@ -103,7 +109,10 @@ class VoyageScreens : public ::testing::Test {
 TEST_F(VoyageScreens, APassageTypedIntoAnEmptyPlan) {
     cNavPlan* v = Open_Voyage();
     EXPECT_TRUE(Row_Menu(v, 0).empty());  // no menu on a row with no data
+    const QPoint etd = Centre(v->EtdDates().MyFrame);
+    EXPECT_EQ(v->Help_Key(etd.x(), etd.y()), "ETD Disabled");
     Type_Passage(v);
+    EXPECT_EQ(v->Help_Key(etd.x(), etd.y()), "Main ETD");
     const auto& wp = Voyage.Way_Points;
     EXPECT_NEAR(wp[3].Lat, (38 + 32 / 60.0) * kDeg, 1e-9);
     EXPECT_NEAR(wp[3].Long, -(28 + 38 / 60.0) * kDeg, 1e-9);
@@ -117,7 +126,7 @@ TEST_F(VoyageScreens, APassageTypedIntoAnEmptyPlan) {
     // locked one change speed, and the plan arrives then.
     std::vector<std::string> menu = Row_Menu(v, 2);
     EXPECT_EQ(menu, (std::vector<std::string>{"Insert Row", "Delete Row", "Clear Way Point",
-                                              "Lock", "Hide", "Display Remarks"}));
+                                              "Lock", "Hide", "Display Remarks", "Speed Options"}));
     v->Menu_PopUp("Lock");
     EXPECT_TRUE(wp[2].Row_Locked);
     EXPECT_EQ(v->Grid().MyDataLabels[navplan_col::ETA][2].substr(0, 3), " * ");
@@ -142,6 +151,13 @@ TEST_F(VoyageScreens, APassageTypedIntoAnEmptyPlan) {
     EXPECT_EQ(wp[4].Long, 0.0);
     EXPECT_TRUE(wp[4].Row_Valid);
     Expect_Screen_Shows_Plan(v);
+
+    // The heading's menu brings back the hidden columns of the other fixed speeds.
+    v->Menu_Chooser = [](const std::vector<std::string>& items) { return items.back(); };
+    v->Grid().Scroll_To_Position(0);
+    QTest::mouseClick(client, Qt::RightButton, {}, Centre(v->Grid().Heading_On_Screen(0)));
+    EXPECT_EQ(v->Last_Menu.back(), "Insert Column/TTG 7.0 Kts");
+    EXPECT_TRUE(v->Grid().MyColmVisible[navplan_col::FixedTtg3]);
 
     // Remarks on a line of their own under each way point.
     v->Menu_PopUp("Display Remarks");
@@ -270,7 +286,20 @@ TEST_F(VoyageScreens, ClocksAcrossTheDateLine) {
         }
     EXPECT_GT(red, 5);
     Save_Png(c->Picture(), "voyage", "clocks_date_line");
-    Save_Png(Open_Voyage()->Picture(), "voyage", "voyage_clock_changes");
+
+    // On Voyage each change stands in its row's Description and Ship Time cells.
+    cNavPlan* v = Open_Voyage();
+    int seen = 0;
+    for (size_t i = 0; i < v->Page().Lines.size(); ++i) {
+        const Way_Point& p = Voyage.Way_Points[static_cast<size_t>(v->Page().Lines[i].Row)];
+        if (p.Description.empty()) continue;
+        EXPECT_EQ(v->Grid().MyDataLabels[navplan_col::Description][i], p.Description);
+        EXPECT_EQ(v->Grid().MyDataLabels[navplan_col::ShipTime][i],
+                  p.Description.substr(p.Description.find(": ") + 2));
+        ++seen;
+    }
+    EXPECT_EQ(seen, 2);
+    Save_Png(v->Picture(), "voyage", "voyage_clock_changes");
 }
 
 }  // namespace
