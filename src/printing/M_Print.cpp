@@ -11,6 +11,7 @@
 #include "shell/M_Kelmoran.h"
 #include "voyage/Plan_Text.h"
 #include "voyage/Position_Methods.h"
+#include "voyage/cNavPlan_Model.h"
 
 namespace kelmoran {
 
@@ -40,6 +41,14 @@ constexpr std::array<const char*, 12> kBodyLongNames = {
 
 constexpr double kMilesFormatLimit = 99999.0;
 
+// The plan's columns that print when no screen gives its own choice.
+constexpr std::array<int32_t, 13> kNavPlanPrinted = {
+    navplan_col::WPt,       navplan_col::ID,       navplan_col::Description,
+    navplan_col::Latitude,  navplan_col::Longitude, navplan_col::Speed,
+    navplan_col::Course,    navplan_col::MagCo,    navplan_col::Distance,
+    navplan_col::TotalDist, navplan_col::ETA,      navplan_col::TimeToGo,
+    navplan_col::DistToGo};
+
 // Hours as "1d 04h 30m", or "04h 30m" under a day.
 std::string Duration_Text(double hours) {
     const long minutes = std::lround(std::max(hours, 0.0) * 60.0);
@@ -54,11 +63,6 @@ std::string Duration_Text(double hours) {
 
 std::string Miles_Text(double miles) {
     return Format_Number(std::min(miles, kMilesFormatLimit), "##,##0'.0");
-}
-
-// "5 Mar 14:05" of a moment in zone time.
-std::string Short_Moment(double zoneJD, bool julian) {
-    return Format_Day_Month(zoneJD, julian) + " " + Format_Time_Of_Day(zoneJD, false);
 }
 
 }  // namespace
@@ -96,9 +100,8 @@ PrintArea Printable_Area(const PrinterDetails& printer, const std::string& job) 
     return a;
 }
 
-GridPrint Collect_Data(const GridModel& grid) {
-    GridPrint print;
-    print.Owner = grid.Key;
+std::vector<PrintColumn> Print_Columns(const GridModel& grid) {
+    std::vector<PrintColumn> out;
     std::vector<int32_t> columns = grid.Get_Highlighted_Columns();
     if (columns.empty()) columns = grid.Visible_Columns();
     for (int32_t c : columns) {
@@ -109,8 +112,16 @@ GridPrint Collect_Data(const GridModel& grid) {
         col.Heading = grid.MyColmTitles[i].empty() ? std::string() : grid.MyColmTitles[i][0];
         col.ScreenWidth = i < grid.MyColmWidths.size() ? grid.MyColmWidths[i] : 0;
         col.Align = i < grid.MyColmFormat.size() ? grid.MyColmFormat[i] : 0;
-        print.Columns.push_back(col);
+        out.push_back(col);
     }
+    return out;
+}
+
+GridPrint Collect_Data(const GridModel& grid) {
+    GridPrint print;
+    print.Owner = grid.Key;
+    print.Columns = Print_Columns(grid);
+    print.Inks = grid.MyRowColours;
     const int32_t rows = grid.Bottomlabels + 1;
     print.Cells.assign(static_cast<size_t>(std::max(rows, 0)), {});
     for (int32_t r = 0; r < rows; ++r) {
@@ -123,18 +134,6 @@ GridPrint Collect_Data(const GridModel& grid) {
         }
     }
     return print;
-}
-
-int32_t Total_Width(const GridPrint& print) {
-    int32_t total = 0;
-    for (const PrintColumn& c : print.Columns) total += c.ScreenWidth;
-    return total;
-}
-
-float Correct_Print_Scale(int32_t totalWidth, float scale, int32_t pWidth) {
-    if (totalWidth <= 0 || static_cast<float>(totalWidth) * scale <= static_cast<float>(pWidth))
-        return scale;
-    return static_cast<float>(pWidth) / static_cast<float>(totalWidth);
 }
 
 TableFit Fit_Columns(const GridPrint& print, const PrintMeasure& measure, float scale,
@@ -249,55 +248,38 @@ std::vector<std::string> Decide_NavPlan_Titles(const VoyagePlan& plan) {
     return t;
 }
 
-GridPrint NavPlan_Print(const VoyagePlan& plan, int32_t bias) {
+GridPrint NavPlan_Print(const VoyagePlan& plan, const GridModel* grid) {
     GridPrint p;
     p.Owner = screen_key::NavPlan;
     p.Titles = Decide_NavPlan_Titles(plan);
     p.LinesPerRow = 2;
-    const std::string eta = "E.T.A. (" + Format_TZ_Text(bias) + ")";
-    // Heading, screen width, alignment; the second line of an entry uses the same columns.
-    const struct {
-        const char* Heading;
-        int32_t Width;
-        int32_t Align;
-    } cols[] = {{"WPt", 36, 2},        {"ID", 50, 0},          {"Description", 220, 0},
-                {"Latitude", 100, 1},  {"Longitude", 110, 1},  {"Speed", 70, 1},
-                {"Course", 70, 1},     {"Mag Co", 80, 1},      {"Distance", 80, 1},
-                {"Duration", 90, 1},   {"Total Dist.", 80, 1}, {"", 110, 1},
-                {"Time to go", 90, 1}, {"Dist to go", 80, 1}};
-    int32_t i = 0;
-    for (const auto& c : cols)
-        p.Columns.push_back({i++, c.Heading[0] ? c.Heading : eta, c.Width, c.Align});
-
-    const bool julian = Shell.CalendarChoice != 0;
+    const std::vector<ColumnDef> table = NavPlan_Columns(plan.Header);
+    if (grid) {
+        p.Columns = Print_Columns(*grid);
+    } else {
+        for (int32_t c : kNavPlanPrinted) {
+            const ColumnDef& d = table[static_cast<size_t>(c)];
+            p.Columns.push_back({c, d.Long, 0, d.Align});
+        }
+    }
+    // The screen's texts of every row, each followed by its remarks.
+    const NavPlan_Page page = Populate_MainData(plan, true);
     const int last = plan.Last_Valid_Row();
-    const float totalHours = last >= 0 ? plan.Way_Points[static_cast<size_t>(last)].Running_Time : 0;
-    for (int r = 0; r <= last; ++r) {
-        const Way_Point& w = plan.Way_Points[static_cast<size_t>(r)];
-        std::vector<std::string> a(p.Columns.size()), b(p.Columns.size());
-        a[0] = std::to_string(r);
-        if (w.Row_Valid) {
-            Way_Point_Text text;
-            Fill_Row_Text(w, text);
-            a[1] = Way_Point_ID_Text(w.ID);
-            a[2] = w.Description;
-            a[3] = text.Lat;
-            a[4] = text.Long;
-            a[10] = Miles_Text(w.Total_Distance);
-            a[11] = Short_Moment(w.Time + bias / 1440.0, julian);
-            a[12] = Duration_Text(totalHours - w.Running_Time);
-            a[13] = Miles_Text(w.Distance_To_Go);
+    for (size_t i = 0; i < page.Lines.size(); ++i) {
+        const NavPlan_Line& line = page.Lines[i];
+        if (line.Row > last) break;
+        const bool remarksFollow = i + 1 < page.Lines.size() && page.Lines[i + 1].Remarks &&
+                                   page.Lines[i + 1].Row == line.Row;
+        for (size_t k = 0; k < (remarksFollow ? 2u : 1u); ++k) {
+            std::vector<std::string> cells;
+            for (const PrintColumn& c : p.Columns) {
+                const std::string& text = page.Labels[static_cast<size_t>(c.Column)][i + k];
+                cells.push_back(text == "  " ? std::string() : text);
+            }
+            p.Cells.push_back(std::move(cells));
         }
-        b[2] = w.Remarks;
-        if (r < last && w.Row_Valid) {
-            b[5] = Format_Number(w.Speed, "#0.0#") + " Kts";
-            b[6] = Format_Course(w.Course) + " T";
-            b[7] = Format_Magnetic_Course(w.Course - w.Variation);
-            b[8] = Miles_Text(w.Distance);
-            b[9] = Duration_Text(w.Leg_Time);
-        }
-        p.Cells.push_back(std::move(a));
-        p.Cells.push_back(std::move(b));
+        if (!remarksFollow) p.Cells.emplace_back(p.Columns.size());
+        if (remarksFollow) ++i;
     }
     return p;
 }

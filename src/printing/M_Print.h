@@ -89,19 +89,15 @@ struct GridPrint {
     std::vector<std::string> Titles;
     std::vector<PrintColumn> Columns;
     std::vector<std::vector<std::string>> Cells;  // [line][printed column]
+    std::vector<uint32_t> Inks;  // [line] text colour as 0xRRGGBB (Sundays red); none black
     int32_t LinesPerRow = 1;
 };
 
 // The columns to print: the highlighted ones if any are, otherwise all on show, in the
-// order they stand, with the cells of every row.
+// order they stand.
+std::vector<PrintColumn> Print_Columns(const GridModel& grid);
+// Those columns with the cells of every row.
 GridPrint Collect_Data(const GridModel& grid);
-
-// The total of the columns' screen widths.
-int32_t Total_Width(const GridPrint& print);
-
-// The scale that makes `totalWidth` screen pixels fit `pWidth`: `scale` itself when they
-// fit, else smaller.
-float Correct_Print_Scale(int32_t totalWidth, float scale, int32_t pWidth);
 
 // Measures a text in the job's font at its starting size, in printer pixels (bold for
 // the headings).
@@ -109,8 +105,8 @@ using PrintMeasure = std::function<int32_t(const std::string& text, bool bold)>;
 
 // The printed widths: each column as wide as its screen width at `scale`, or as its
 // widest heading or cell and `gap` when that is wider. A table wider than `pWidth` is
-// printed smaller: FontFactor shrinks the font and every width alike, so that it is never
-// printed on two pages across.
+// printed smaller (the scale corrected to the page): FontFactor shrinks the font and every
+// width alike, so that it is never printed on two pages across.
 struct TableFit {
     std::vector<int32_t> Widths;
     float FontFactor = 1.0f;
@@ -163,11 +159,12 @@ std::string Clox_Title(bool byPlan, float course, float speed, const std::string
 // the default speed.
 std::vector<std::string> Decide_NavPlan_Titles(const VoyagePlan& plan);
 
-// The voyage plan as it prints: one entry a way point in two lines, the way point (its
-// number, ID, description, position, total distance, time of arrival, time and distance
-// to go) and under it its remark and the leg that starts there (speed, course, magnetic
-// course, distance, duration). Only the rows up to the last way point print.
-GridPrint NavPlan_Print(const VoyagePlan& plan, int32_t bias);
+// The voyage plan as it prints: one entry a way point in two lines, the row with its leg
+// as the Voyage screen shows it, and under it its remarks. The columns are those of the
+// screen's `grid` (highlighted or on show), or without one the way point, its position,
+// the leg (speed, course, magnetic course, distance), the running distance, the time of
+// arrival and the time and distance to go. Rows after the last way point do not print.
+GridPrint NavPlan_Print(const VoyagePlan& plan, const GridModel* grid = nullptr);
 
 // Main's page: the titles and its two blocks, the day at the observer and the Moon.
 struct SplashPrint {

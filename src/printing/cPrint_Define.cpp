@@ -20,10 +20,11 @@ QFont Print_Font(double pixels, bool bold) {
     return f;
 }
 
-// Screen sizes of the fonts, pixels.
-constexpr double kStdPixels = 13.0;
-constexpr double kTitlePixels = 20.0;
-constexpr double kSmallPixels = 10.0;
+// Sizes of the fonts in points: a table reads at 8 points on paper, whatever the width
+// of the page; a table too wide for that is printed smaller (Define_Generic_Fonts).
+constexpr double kStdPoints = 8.0;
+constexpr double kTitlePoints = 14.0;
+constexpr double kSmallPoints = 6.5;
 
 }  // namespace
 
@@ -50,15 +51,17 @@ PrintArea cPrint_Define::Set_Printer_Scalling(const PrinterDetails& details,
     return Printable_Area(details, job);
 }
 
-PrintFonts cPrint_Define::Define_Printer_Fonts(float scaleY) const {
+PrintFonts cPrint_Define::Define_Printer_Fonts(const PrinterDetails& details) const {
+    // Points to device pixels, in the vertical resolution.
+    const double px = details.DpiY > 0 ? details.DpiY / 72.0 : 1.0;
     PrintFonts f;
-    f.pStdFont = Print_Font(kStdPixels * scaleY, false);
-    f.pHdrFont = Print_Font(kStdPixels * scaleY, true);
-    f.pTitleFont = Print_Font(kTitlePixels * scaleY, true);
-    f.pSmallFont = Print_Font(kSmallPixels * scaleY, false);
-    f.pVertFont = Print_Font(kStdPixels * scaleY, false);
-    f.pGreekFont = Print_Font(kStdPixels * scaleY, false);
-    f.OriginalFont = Print_Font(kStdPixels * scaleY, false);
+    f.pStdFont = Print_Font(kStdPoints * px, false);
+    f.pHdrFont = Print_Font(kStdPoints * px, true);
+    f.pTitleFont = Print_Font(kTitlePoints * px, true);
+    f.pSmallFont = Print_Font(kSmallPoints * px, false);
+    f.pVertFont = Print_Font(kStdPoints * px, false);
+    f.pGreekFont = Print_Font(kStdPoints * px, false);
+    f.OriginalFont = Print_Font(kStdPoints * px, false);
     return f;
 }
 

@@ -35,8 +35,8 @@ class cPrint_Define {
     PrinterDetails Get_Printer_Details(QPrinter& printer);
     // The printable area and scale of `job`.
     PrintArea Set_Printer_Scalling(const PrinterDetails& details, const std::string& job) const;
-    // The job's fonts at the scale `scaleY` (printer pixels for one screen pixel).
-    PrintFonts Define_Printer_Fonts(float scaleY) const;
+    // The job's fonts in the printer's pixels.
+    PrintFonts Define_Printer_Fonts(const PrinterDetails& details) const;
     // The grid fonts shrunk (or kept) by `factor`, as a table that is wider than the page
     // needs.
     PrintFonts Define_Generic_Fonts(const PrintFonts& fonts, float factor) const;

@@ -85,9 +85,10 @@ void cPrint_Gateway::Choose_Orientation(QPrinter& printer, const PrintContent& c
     if (!grid) return;
     const std::string job = Job(content);
     cPrint_Generic probe;
-    probe.Area = Define.Set_Printer_Scalling(Define.Get_Printer_Details(printer), job);
+    const PrinterDetails details = Define.Get_Printer_Details(printer);
     Define.Restore_Printer(printer);
-    probe.Fonts = Define.Define_Printer_Fonts(probe.Area.ScaleY);
+    probe.Area = Define.Set_Printer_Scalling(details, job);
+    probe.Fonts = Define.Define_Printer_Fonts(details);
     probe.Initialize_Dimensions(*grid);
     if (Prefer_Landscape(probe.Fit())) printer.setPageOrientation(QPageLayout::Landscape);
 }
@@ -106,7 +107,7 @@ bool cPrint_Gateway::Begin_Printing(QPrinter& printer, const PrintContent& conte
     cPrint_Generic page;
     page.sOwner = job;
     page.Area = Define.Set_Printer_Scalling(details, job);
-    page.Fonts = Define.Define_Printer_Fonts(page.Area.ScaleY);
+    page.Fonts = Define.Define_Printer_Fonts(details);
     const auto* grid = std::get_if<GridPrint>(&content);
     const auto* splash = std::get_if<SplashPrint>(&content);
     const size_t titles = grid ? grid->Titles.size() : splash ? splash->Titles.size() : 0;
@@ -148,8 +149,9 @@ void Print_Main_Page(const MainPage& page, double jd, bool toPdf, QWidget* paren
     Print_Or_Save(Splash_Print(page, jd), toPdf, parent);
 }
 
-void Print_Voyage_Plan(const VoyagePlan& plan, int32_t bias, bool toPdf, QWidget* parent) {
-    Print_Or_Save(NavPlan_Print(plan, bias), toPdf, parent);
+void Print_Voyage_Plan(const VoyagePlan& plan, const GridModel* grid, bool toPdf,
+                       QWidget* parent) {
+    Print_Or_Save(NavPlan_Print(plan, grid), toPdf, parent);
 }
 
 }  // namespace kelmoran

@@ -69,7 +69,9 @@ void Print_Or_Save(const PrintContent& content, bool toPdf, QWidget* parent);
 void Print_Grid(const GridModel& grid, double jd, bool toPdf, QWidget* parent);
 // Main's page at `jd`.
 void Print_Main_Page(const MainPage& page, double jd, bool toPdf, QWidget* parent);
-// The voyage plan, two lines a way point, times in the zone of `bias` minutes.
-void Print_Voyage_Plan(const VoyagePlan& plan, int32_t bias, bool toPdf, QWidget* parent);
+// The voyage plan, two lines a way point, in the columns of the Voyage screen's `grid`
+// (or the usual ones without it).
+void Print_Voyage_Plan(const VoyagePlan& plan, const GridModel* grid, bool toPdf,
+                       QWidget* parent);
 
 }  // namespace kelmoran

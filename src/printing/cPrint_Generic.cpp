@@ -76,14 +76,15 @@ int32_t cPrint_Generic::Draw_Headings(QPainter& p, const GridPrint& print, int32
 }
 
 void cPrint_Generic::Draw_Cell(QPainter& p, const GridPrint& print, size_t column,
-                               const QRect& cell, const std::string& text, bool secondLine) const {
+                               const QRect& cell, const std::string& text, bool secondLine,
+                               uint32_t ink) const {
     if (text.empty()) return;
     const QString s = QString::fromStdString(text);
     const int flags = Alignment_Of(print.Columns[column].Align) | Qt::AlignVCenter |
                       Qt::TextSingleLine;
     const int inset = Scaled(kTextInset, Area.ScaleX * fit_.FontFactor);
     const QRect inner = cell.adjusted(inset, 0, -inset, 0);
-    p.setPen(Qt::black);
+    p.setPen(QColor::fromRgb(ink));
     // A designation begins with its Greek letter, drawn in the Greek font.
     if (print.Owner == screen_key::AltAz && print.Columns[column].Column == 0 && !s.isEmpty() &&
         Is_Greek(s[0])) {
@@ -150,9 +151,12 @@ void cPrint_Generic::Print_Generic_Data(QPainter& p, QPagedPaintDevice& device,
         for (int32_t line = pages[page].First; line <= pages[page].Last; ++line) {
             const auto& cells = print.Cells[static_cast<size_t>(line)];
             const bool second = print.LinesPerRow > 1 && line % print.LinesPerRow != 0;
+            const auto l = static_cast<size_t>(line);
+            const uint32_t ink = l < print.Inks.size() ? print.Inks[l] : 0;
             int32_t x = left;
             for (size_t c = 0; c < print.Columns.size() && c < cells.size(); ++c) {
-                Draw_Cell(p, print, c, QRect(x, y, fit_.Widths[c], lineHeight_), cells[c], second);
+                Draw_Cell(p, print, c, QRect(x, y, fit_.Widths[c], lineHeight_), cells[c], second,
+                          ink);
                 x += fit_.Widths[c];
             }
             y += lineHeight_;

@@ -42,7 +42,7 @@ class cPrint_Generic {
     void Draw_Title(QPainter& p, const std::vector<std::string>& titles) const;
     int32_t Draw_Headings(QPainter& p, const GridPrint& print, int32_t top) const;
     void Draw_Cell(QPainter& p, const GridPrint& print, size_t column, const QRect& cell,
-                   const std::string& text, bool secondLine) const;
+                   const std::string& text, bool secondLine, uint32_t ink) const;
     void Draw_Page_Number(QPainter& p, int32_t page, int32_t pages) const;
 
     TableFit fit_;

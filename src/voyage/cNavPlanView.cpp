@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <set>
 
+#include "printing/cPrint_Gateway.h"
 #include "settings/SettingsRecord.h"
 #include "shell/cSubClass.h"
 #include "voyage/Plan_Text.h"
@@ -527,5 +528,9 @@ void cNavPlan::SysMsg_KeyPress(int32_t character) {
     if (character < 32 || character > 255 || Edit.Editing) return;
     if (!Edit_Cell(character)) Beep();
 }
+
+void cNavPlan::mnuPrint() { Print_Voyage_Plan(Voyage, &grid_, false, window_); }
+
+void cNavPlan::mnuSave_PDF() { Print_Voyage_Plan(Voyage, &grid_, true, window_); }
 
 }  // namespace kelmoran

@@ -46,7 +46,8 @@ class cNavPlan : public UiScreen, public PictureForm, public cDatesOwner, public
     void Restore_Layout() override;
     void Kill_Activities(const CursorState& state) override;
     void Set_Visible(bool visible) override { visible_ = visible; }
-    void mnuPrint() override {}
+    void mnuPrint() override;
+    void mnuSave_PDF() override;
 
     // UiScreen
     const QImage& Picture() const override { return picture_; }

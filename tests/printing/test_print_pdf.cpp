@@ -143,9 +143,9 @@ TEST_F(PrintPdf, MoonPhasesMainAndThePlan) {
         plan.Edit_Remarks(i, "remark " + std::to_string(i));
     }
     plan.Recalc_Plan();
-    path_ = QDir(KELMORAN_BINARY_DIR).filePath("print_pages/voyage_plan");
-    ASSERT_TRUE(cPrint_Gateway().Save_PDF(NavPlan_Print(plan, 0), (path_ + ".pdf").toStdString()));
-    pages = Read();
+    Voyage = plan;
+    ui_test::Open_Screen(*w, 5);
+    pages = Save("voyage_plan");
     EXPECT_EQ(Info("Title:"), "Kelmoran ~ Voyage Plan");
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(pages[0].contains(QRegularExpression(
@@ -179,6 +179,10 @@ TEST_F(PrintPdf, WithoutAPrinterPrintSaysSoAndSaveAsPdfStillWorks) {
     w->File_Action(9)->trigger();
     path_ += "_dialog";
     EXPECT_EQ(Read(), pages);
+
+    ui_test::Open_Screen(*w, 1);
+    EXPECT_TRUE(Save("clocks")[0].contains("Twilight times for 50° 00'.0 N/ 4° 00'.0 W"));
+    EXPECT_EQ(Info("Title:"), "Kelmoran ~ Twilights");
 }
 
 }  // namespace
