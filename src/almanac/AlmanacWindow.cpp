@@ -68,14 +68,12 @@ void Paint_Page(QPainter& p, const PagePicture& page, double scale, double x, do
         p.drawLine(QLineF(l.X1, l.Y1, l.X2, l.Y2));
     }
     p.setPen(Qt::black);
-    PageFont current = PageFont::Title;
-    p.setFont(Page_Font(current));
-    for (const PageText& t : page.Texts) {
-        if (t.Font != current) {
-            current = t.Font;
-            p.setFont(Page_Font(current));
-        }
-        p.drawText(QRectF(t.X, t.Y, t.W, t.H), Alignment_Of(t.Align), Q(t.Text));
+    // Font by font: a page of a thousand figures changes its font four times.
+    for (const PageFont font : {PageFont::Value, PageFont::Label, PageFont::Heading, PageFont::Title}) {
+        p.setFont(Page_Font(font));
+        for (const PageText& t : page.Texts)
+            if (t.Font == font)
+                p.drawText(QRectF(t.X, t.Y, t.W, t.H), Alignment_Of(t.Align), Q(t.Text));
     }
     p.restore();
 }
