@@ -28,7 +28,7 @@ constexpr double kMoonPerHour = 14.0 + 19.0 / 60.0;
 // Minutes of arc rounded to the tenth (halves up, as the tables are read), as "3° 45'.0".
 std::string Arc_Text(double minutes) {
     const long tenths = std::lround(std::floor(minutes * 10.0 + 0.5 + 1e-9));
-    char buf[32];
+    char buf[48];
     std::snprintf(buf, sizeof buf, "%ld° %02ld'.%ld", tenths / 600, (tenths % 600) / 10,
                   tenths % 10);
     return buf;
@@ -37,7 +37,7 @@ std::string Arc_Text(double minutes) {
 // Minutes of arc to the tenth, signed when asked: "+12'.3", "-0'.4", "5'.9".
 std::string Minutes_Text(double minutes, bool sign) {
     const double r = std::floor(std::fabs(minutes) * 10.0 + 0.5 + 1e-9) / 10.0;
-    char buf[24];
+    char buf[48];
     const char* s = !sign ? "" : (minutes < 0.0 && r > 0.0 ? "-" : "+");
     std::snprintf(buf, sizeof buf, "%s%.0f'.%d", s, std::floor(r),
                   static_cast<int>(std::lround((r - std::floor(r)) * 10.0)));
@@ -47,7 +47,7 @@ std::string Minutes_Text(double minutes, bool sign) {
 // An altitude in minutes of arc, as the tables head their rows: "5° 35'".
 std::string Altitude_Text(double minutes) {
     const long m = std::lround(minutes);
-    char buf[24];
+    char buf[48];
     std::snprintf(buf, sizeof buf, "%ld° %02ld'", m / 60, m % 60);
     return buf;
 }
