@@ -1,5 +1,7 @@
 #include "eclipses/EclipseScreenWindow.h"
 
+#include "printing/cPrint_Gateway.h"
+
 #include <QApplication>
 #include <QGuiApplication>
 #include <QHelpEvent>
@@ -403,6 +405,72 @@ EclipseScreenWindow* Show_Eclipse_Window(QWidget* parent, int row) {
     theWindow->raise();
     theWindow->activateWindow();
     return theWindow;
+}
+
+PagesPrint EclipseScreenWindow::Print_Content() const {
+    PagesPrint print;
+    print.Job = print_job::EclipseMap;
+    print.Word = "Eclipse";
+    if (table_.Count <= 0) return print;
+    print.Count = 1;
+    const int row = table_.Current;
+    const std::string title = Eclipse_Print_Title(table_, row, TZ_Bias);
+    const std::string date = table_.Rows[static_cast<size_t>(row)].DateLabel;
+    const std::vector<EclipsePanelLine> lines = Eclipse_Print_Lines(table_, row, TZ_Bias);
+    const bool plan = plan_, solar = layers_.Solar;
+    EclipseMapLayers layers = layers_;
+    layers.ShowPath = path_;
+    const EclipseTable* table = &table_;
+    print.Paint = [=](QPainter& p, const QRectF& area, int32_t) {
+        // Text sizes by the page: the title a fortieth of its width.
+        const double unit = area.width() / 60.0;
+        QFont big = Panel_Font(1, true), normal = Panel_Font(1);
+        big.setPixelSize(std::max(8, static_cast<int>(unit * 1.5)));
+        normal.setPixelSize(std::max(6, static_cast<int>(unit)));
+        p.setPen(Qt::black);
+        p.setFont(big);
+        double y = area.top();
+        p.drawText(QRectF(area.left(), y, area.width(), unit * 2.2), Qt::AlignCenter, Q(title));
+        y += unit * 2.2;
+        p.setFont(normal);
+        p.drawText(QRectF(area.left(), y, area.width(), unit * 1.6), Qt::AlignCenter, Q(date));
+        y += unit * 2.4;
+        // The table of phases, two columns wide and centred.
+        const double labelW = unit * 16, timeW = unit * 6, left = area.center().x() - (labelW + timeW) / 2;
+        for (const EclipsePanelLine& l : lines) {
+            p.drawText(QRectF(left, y, labelW, unit * 1.5), Qt::AlignLeft | Qt::AlignVCenter, Q(l.Label));
+            p.drawText(QRectF(left + labelW, y, timeW, unit * 1.5), Qt::AlignRight | Qt::AlignVCenter,
+                       Q(l.Time));
+            y += unit * 1.5;
+        }
+        y += unit;
+        // The map (or the plan) in the rest of the page, keeping its shape.
+        const double roomH = area.bottom() - y;
+        if (plan) {
+            const int side = static_cast<int>(std::min(area.width(), roomH));
+            const QRect square(static_cast<int>(area.center().x() - side / 2.0), static_cast<int>(y), side, side);
+            if (solar)
+                Paint_Solar_Plan(p, square, Solar_Eclipse_Plan(*table, row, TZ_Bias));
+            else
+                Paint_Lunar_Plan(p, square, Lunar_Eclipse_Plan(table->Rows[static_cast<size_t>(row)], TZ_Bias));
+            return;
+        }
+        const float s = static_cast<float>(std::min(area.width() / eclipse_map::Width, roomH / eclipse_map::Height));
+        const QRect map(static_cast<int>(area.center().x() - s * eclipse_map::Width / 2.0), static_cast<int>(y),
+                        static_cast<int>(std::lround(s * eclipse_map::Width)),
+                        static_cast<int>(std::lround(s * eclipse_map::Height)));
+        p.save();
+        p.setClipRect(map);
+        Paint_Eclipse_Map(p, map, s, s, Coastline_Path(s, s), layers);
+        p.restore();
+    };
+    return print;
+}
+
+void Print_Eclipse(QWidget* parent, int row, bool toPdf) {
+    if (row >= 0) Show_Eclipse_Window(parent, row);
+    if (!theWindow) return;
+    Print_Or_Save(theWindow->Print_Content(), toPdf, theWindow);
 }
 
 void Eclipses_Refilled() {

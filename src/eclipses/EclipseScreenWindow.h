@@ -12,6 +12,7 @@
 
 #include "eclipses/EclipseMapView.h"
 #include "eclipses/Eclipse_Window_Model.h"
+#include "printing/cPrint_Book.h"
 
 namespace kelmoran {
 
@@ -44,6 +45,9 @@ class EclipseScreenWindow : public QWidget {
     QPoint Map_Pixel(double lat, double lon) const;
     // Times the complete path has been computed (it is kept until the eclipse changes).
     int Path_Computations() const { return pathComputations_; }
+    // The print of the eclipse shown: its title and table of phases over the map (or the
+    // plan) as the window shows it, scaled to the page.
+    PagesPrint Print_Content() const;
 
   protected:
     void paintEvent(QPaintEvent*) override;
@@ -90,6 +94,9 @@ class EclipseScreenWindow : public QWidget {
 
 // Opens (or brings up) the program's eclipse window on row `row` of Eclipses.
 EclipseScreenWindow* Show_Eclipse_Window(QWidget* parent, int row);
+// "Print &Eclipse": eclipse `row` (or, for -1, the one the window shows) to the printer, or
+// to a PDF file with `toPdf`.
+void Print_Eclipse(QWidget* parent, int row, bool toPdf);
 // Tells the eclipse window, if open, that Eclipses has been filled again.
 void Eclipses_Refilled();
 

@@ -1,6 +1,7 @@
 #include "eclipses/Eclipse_Window_Model.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "eclipses/M_Eclipse_Lunar.h"
@@ -80,6 +81,30 @@ std::vector<EclipsePanelLine> Eclipse_Panel_Lines(const EclipseTable& table, int
         lines.push_back({"Duration:", Minutes_Text(r.TotalEnd.Time - r.TotalStart.Time),
                          "Duration of the Total Eclipse"});
     }
+    return lines;
+}
+
+std::string Eclipse_Print_Title(const EclipseTable& table, int i, int32_t bias) {
+    if (i < 0 || i >= table.Count) return {};
+    const EclipseRow& r = table.Rows[static_cast<size_t>(i)];
+    return table.Speed[static_cast<size_t>(i)].Kind + " @ " + Eclipse_Time_Text(r.Maximum.Time, bias);
+}
+
+std::vector<EclipsePanelLine> Eclipse_Print_Lines(const EclipseTable& table, int i, int32_t bias) {
+    std::vector<EclipsePanelLine> lines;
+    if (i < 0 || i >= table.Count) return lines;
+    const EclipseRow& r = table.Rows[static_cast<size_t>(i)];
+    const std::array<std::pair<const char*, const EclipseEvent*>, 7> phases = {{
+        {"Start of Penumbral Phase", &r.FirstContact},
+        {"Start of Partial Phase", &r.PartialStart},
+        {"Start of Total Phase", &r.TotalStart},
+        {"Maximim Eclipse", &r.Maximum},
+        {"End of Total Phase", &r.TotalEnd},
+        {"End of Partial Phase", &r.PartialEnd},
+        {"End of Penumbral Phase", &r.LastContact},
+    }};
+    for (const auto& [label, event] : phases)
+        lines.push_back({label, Eclipse_Time_Text(event->Time, bias), {}});
     return lines;
 }
 

@@ -34,6 +34,12 @@ std::string Eclipse_Time_Text(double t, int32_t bias);
 std::vector<EclipsePanelLine> Eclipse_Panel_Lines(const EclipseTable& table, int i,
                                                   int32_t bias);
 
+// The print's title: the kind with " @ " before the zone time of greatest eclipse
+// ("Total Solar Eclipse @ 18:17"); and its table, the seven phases' starts and ends in
+// order with their zone times ("" where a phase does not occur).
+std::string Eclipse_Print_Title(const EclipseTable& table, int i, int32_t bias);
+std::vector<EclipsePanelLine> Eclipse_Print_Lines(const EclipseTable& table, int i, int32_t bias);
+
 // The eclipse as seen from the observer at geodetic `lat`, `lon` (radians).
 struct LocalPanel {
     std::vector<EclipsePanelLine> Lines;  // the panel's block for the observer

@@ -105,15 +105,20 @@ int32_t Print_Pages(QPainter& p, QPrinter& printer, const PrintArea& area, const
     int32_t printed = 0;
     for (int32_t i = 0; i < pages.Count; ++i) {
         if (pages.Progress && !pages.Progress(i, pages.Count)) break;
-        const PagePicture page = pages.Page(i);
-        if (page.Width <= 0 || page.Height <= 0) continue;
-        if (printed > 0) printer.newPage();
         // The page's number takes a line at the foot of the printable area.
         const double foot = small.pixelSize() * 2.0;
-        const double scale = std::min(area.pWidth / static_cast<double>(page.Width),
-                                      (area.pHeight - foot) / static_cast<double>(page.Height));
-        const double x = area.Left + (area.pWidth - page.Width * scale) / 2.0;
-        Paint_Page(p, page, scale, x, area.Top);
+        if (pages.Paint) {
+            if (printed > 0) printer.newPage();
+            pages.Paint(p, QRectF(area.Left, area.Top, area.pWidth, area.pHeight - foot), i);
+        } else {
+            const PagePicture page = pages.Page(i);
+            if (page.Width <= 0 || page.Height <= 0) continue;
+            if (printed > 0) printer.newPage();
+            const double scale = std::min(area.pWidth / static_cast<double>(page.Width),
+                                          (area.pHeight - foot) / static_cast<double>(page.Height));
+            const double x = area.Left + (area.pWidth - page.Width * scale) / 2.0;
+            Paint_Page(p, page, scale, x, area.Top);
+        }
         p.setFont(small);
         p.setPen(Qt::black);
         p.drawText(QRectF(area.Left, area.Top + area.pHeight - foot, area.pWidth, foot),

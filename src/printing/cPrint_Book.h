@@ -11,6 +11,7 @@
 #include "printing/M_Print.h"
 
 class QPainter;
+class QRectF;
 class QPrinter;
 class QWidget;
 
@@ -22,6 +23,9 @@ struct PagesPrint {
     int32_t Count = 0;                  // pages
     // Page `index` (0 .. Count - 1), made when it is printed.
     std::function<PagePicture(int32_t index)> Page;
+    // Or a page that paints itself into the printable `area` (device pixels), for pages
+    // that are more than texts and rules (the eclipse's map).
+    std::function<void(QPainter& p, const QRectF& area, int32_t index)> Paint;
     // Called before each page with the pages done; false stops the print (Cancel).
     std::function<bool(int32_t done, int32_t total)> Progress;
 };

@@ -177,7 +177,7 @@ void Menus_Set_For_Screen() {
         f[1].Visible = true;
         f[1].Enabled = true;  // the table of the year prints from here
         f[9].Caption = "Print &Eclipse";
-        f[9].Enabled = false;  // the eclipse window's print is not there yet
+        f[9].Enabled = true;
     } else if (key == screen_key::Clox) {
         f[1].Caption = "&Calculate Ship Time";
         f[2].Caption = "&Apply to Voyage Plan";

@@ -514,4 +514,10 @@ void cGeneralForm::mnuPrint() { Print_Grid(grid_, myJD_, false, window_); }
 
 void cGeneralForm::mnuSave_PDF() { Print_Grid(grid_, myJD_, true, window_); }
 
+void cGeneralForm::mnuPrint_Eclipse() {
+    // The eclipse under the cursor, else the one the eclipse window shows; to a PDF file
+    // where no printer is installed.
+    Print_Eclipse(window_, Eclipse_Under_Cursor(grid_), !Print_Hooks().Printers_Available());
+}
+
 }  // namespace kelmoran

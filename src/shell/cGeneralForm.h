@@ -47,6 +47,7 @@ class cGeneralForm : public DateStripScreen {
     void Kill_Activities(const CursorState& state) override;
     void mnuPrint() override;
     void mnuSave_PDF() override;
+    void mnuPrint_Eclipse() override;
 
     // UiScreen
     void Resize(QSize size) override;

@@ -5,11 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 #include <cmath>
 
 #include "eclipses/EclipseScreenWindow.h"
 #include "eclipses/M_Eclipse_Solar.h"
+#include "printing/cPrint_Gateway.h"
 #include "shell/Screen_Cases.h"
 #include "shell/Ui_Screens.h"
 
@@ -75,6 +79,25 @@ TEST(EclipseWindow, OpensFromMoonPhasesAndStepsThroughTheYear) {
     EXPECT_EQ(w->Tooltip_At(w->Control_Rect("Path of Eclipse").center()),
               "Complete Eclipse coverage\n(Slow)");
     Save_Png(w->Picture(), "shots", "eclipse_2024_april_minute");
+    {
+        // "Print &Eclipse" of Moon Phases, with no printer: the eclipse under the cursor to
+        // a PDF file, read back.
+        const QString pdf = QDir(KELMORAN_BINARY_DIR).filePath("shots/eclipse_2024_april_print");
+        const PrintHooks saved = Print_Hooks();
+        Print_Hooks().Printers_Available = [] { return false; };
+        Print_Hooks().Pdf_Path = [&](QWidget*, const std::string&) { return (pdf + ".pdf").toStdString(); };
+        ASSERT_EQ(main->File_Action(9)->text(), "Print &Eclipse");
+        main->File_Action(9)->trigger();
+        Print_Hooks() = saved;
+        QProcess text;
+        text.start("pdftotext", {"-layout", pdf + ".pdf", "-"});
+        text.waitForFinished(60000);
+        const QString page = QString::fromUtf8(text.readAllStandardOutput());
+        EXPECT_TRUE(page.contains(Q(Eclipse_Print_Title(Eclipses, w->Current(), TZ_Bias))));
+        EXPECT_TRUE(page.contains(QRegularExpression("Maximim Eclipse\\s+18:17"))) << page.toStdString();
+        EXPECT_TRUE(page.contains("End of Penumbral Phase"));
+        QProcess::execute("pdftoppm", {"-r", "50", "-png", pdf + ".pdf", pdf});
+    }
     // Its plan: the Earth's disc as the Sun sees it, and no path to be had there.
     Click(w, "Show Plan");
     EXPECT_TRUE(w->Showing_Plan());
