@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "printing/cPrint_Gateway.h"
 #include "shell/Drawing.h"
 
 namespace kelmoran {
@@ -77,9 +78,27 @@ void SightCalcWindow::Build_Menus() {
     add(sight, t::Augmentation, options_.Augmentation, nullptr);
     add(sight, t::LatCorrn, options_.Lat_Correction, nullptr);
     add(sight, t::Parallax, options_.Parallax, nullptr);
-    // The printed sheet comes with printing.
+    // The sheet on one page: to the printer, or to a PDF file where none is installed.
     QAction* print = bar->addAction("    &Print    ");
-    print->setEnabled(false);
+    connect(print, &QAction::triggered, this,
+            [this] { Print_Or_Save(Print_Content(), !Print_Hooks().Printers_Available(), this); });
+}
+
+PagesPrint SightCalcWindow::Print_Content() const {
+    PagesPrint print;
+    print.Job = print_job::SightCalc;
+    print.Word = "Sight Calc";
+    print.Count = 1;
+    const QSize size = picture_.size();
+    print.Paint = [this, size](QPainter& p, const QRectF& area, int32_t) {
+        const double scale = std::min(area.width() / size.width(), area.height() / size.height());
+        p.save();
+        p.translate(area.left() + (area.width() - size.width() * scale) / 2.0, area.top());
+        p.scale(scale, scale);
+        Paint_Sheet(p, size);
+        p.restore();
+    };
+    return print;
 }
 
 void SightCalcWindow::Options_From_Menus() {
@@ -110,6 +129,11 @@ void SightCalcWindow::Draw() {
     picture_ = QImage(size, QImage::Format_RGB32);
     picture_.fill(Qt::white);
     QPainter p(&picture_);
+    Paint_Sheet(p, size);
+}
+
+// The headings and the lines of the working, in two columns, within `size`.
+void SightCalcWindow::Paint_Sheet(QPainter& p, QSize size) const {
     const DrawingObjects& d = Drawing();
     int y = kTop;
     p.setFont(d.Bold);

@@ -10,6 +10,7 @@
 #include <map>
 #include <string>
 
+#include "printing/cPrint_Book.h"
 #include "sights/SightCalc.h"
 
 namespace kelmoran {
@@ -23,6 +24,8 @@ class SightCalcWindow : public QMainWindow {
     void Trigger_ReCalc(int row);
 
     const SightCalc_Sheet& Sheet() const { return sheet_; }
+    // "&Print": the sheet as the window shows it, scaled to one page.
+    PagesPrint Print_Content() const;
     const SightCalc_Options& Options() const { return options_; }
     // The menu item of a caption ("Astronomical Data", "&WGS 84 Ellipsoid", ...).
     QAction* Menu_Action(const std::string& caption) const;
@@ -37,6 +40,7 @@ class SightCalcWindow : public QMainWindow {
     void Build_Menus();
     void Options_From_Menus();
     void Draw();
+    void Paint_Sheet(QPainter& p, QSize size) const;
 
     const SightSet& set_;
     SightCalc_Options options_;

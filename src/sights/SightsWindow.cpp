@@ -14,6 +14,7 @@
 #include "settings/File_IO.h"
 #include "settings/M_Formatting.h"
 #include "settings/SettingsRecord.h"
+#include "printing/cPrint_Gateway.h"
 #include "shell/File_Dialogs.h"
 #include "shell/M_Edit.h"
 #include "shell/M_Kelmoran.h"
@@ -174,7 +175,7 @@ void SightsWindow::Build_Menus() {
     connect(file_[1], &QAction::triggered, this, [this] { mnuOpen(); });
     connect(file_[2], &QAction::triggered, this, [this] { mnuSave(); });
     connect(file_[3], &QAction::triggered, this, [this] { mnuSaveAs(); });
-    file_[4]->setEnabled(false);  // the printed page of the sights comes with printing
+    connect(file_[4], &QAction::triggered, this, [this] { mnuPrint(); });
     connect(file_[5], &QAction::triggered, this, [this] { close(); });
 
     options_ = bar->addAction("    &Options    ");
@@ -765,6 +766,40 @@ void SightsWindow::Load_Done() {
 }
 
 // ---------------------------------------------------------------- the other menus
+
+PagesPrint SightsWindow::Print_Content() {
+    if (Edit.Editing && Edit.Form == this) End_Edit();
+    PagesPrint print;
+    print.Job = print_job::Sights;
+    print.Word = "Sights";
+    print.Count = 1;
+    // The window as it stands, scaled to the page: the strip, the table, the fix and the
+    // plotting sheet drawn again on the printer; the fix's position and the bodies' boxes,
+    // which paint only on the window's picture, copied from it.
+    const QImage picture = picture_.copy();
+    std::vector<Rect> copied = {fixPos_.MyLatFrame.United(fixPos_.MyLongtFrame)};
+    for (int r = 0; r <= set_.Max_Sight(); ++r)
+        if (set_.Sights[r].Row_Used != 0) copied.push_back(combos_[static_cast<size_t>(r)]->Box);
+    print.Paint = [this, picture, copied](QPainter& p, const QRectF& area, int32_t) {
+        const double scale = std::min(area.width() / picture.width(), area.height() / picture.height());
+        p.save();
+        p.translate(area.left() + (area.width() - picture.width() * scale) / 2.0, area.top());
+        p.scale(scale, scale);
+        p.setClipRect(QRect(QPoint(0, 0), picture.size()));
+        strip_.Draw(p);
+        Draw_Fix_Panel(p);
+        Draw_Table(p);
+        Paint_Plot_Sheet(p, plot_, sheet_);
+        for (const Rect& r : copied) p.drawImage(To_QRect(r), picture, To_QRect(r));
+        p.restore();
+    };
+    return print;
+}
+
+void SightsWindow::mnuPrint() {
+    // To the printer, or to a PDF file where no printer is installed.
+    Print_Or_Save(Print_Content(), !Print_Hooks().Printers_Available(), this);
+}
 
 void SightsWindow::mnuOptions() {
     if (Edit.Editing) End_Edit();

@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "printing/cPrint_Book.h"
 #include "shell/Drawing.h"
 #include "shell/M_SubClass.h"
 #include "shell/cDatesView.h"
@@ -126,6 +127,9 @@ class SightsWindow : public QMainWindow,
     void mnuSave();
     void mnuSaveAs();
     void mnuOptions();
+    // "&Print": the window's table, fix and plotting sheet on one page.
+    void mnuPrint();
+    PagesPrint Print_Content();
     void mnuShowCalcs();
     void mnuConfidence(Ellipse_Size size);
     void mnuInsertInPlan();

@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QProcess>
 #include <QTest>
 #include <cmath>
 
 #include "ephemeris/Series.h"
+#include "printing/cPrint_Gateway.h"
 #include "shell/M_Edit.h"
 #include "shell/Ui_Screens.h"
 #include "sight_support.h"
@@ -182,6 +185,22 @@ TEST_F(SightsWindowTest, ThreeStarsTypedGiveTheRightBodiesAndAFixAtTheKnownPosit
     for (const Sheet_Point& e : w->Plot().Fix.Ellipse) painted += Sheet_Pixel(e) == kEllipseColour;
     EXPECT_GT(painted, 180);
     Save_Png(w->grab().toImage(), "sights", "sights_three_stars_fix");
+    {
+        // "&Print" with no printer: the same window on a PDF page, its words read back.
+        const QString pdf = QDir(KELMORAN_BINARY_DIR).filePath("sights/sights_print");
+        const PrintHooks saved = Print_Hooks();
+        Print_Hooks().Printers_Available = [] { return false; };
+        Print_Hooks().Pdf_Path = [&](QWidget*, const std::string&) { return (pdf + ".pdf").toStdString(); };
+        w->mnuPrint();
+        Print_Hooks() = saved;
+        QProcess text;
+        text.start("pdftotext", {"-layout", pdf + ".pdf", "-"});
+        text.waitForFinished(60000);
+        const QString page = QString::fromUtf8(text.readAllStandardOutput());
+        EXPECT_TRUE(page.contains("Obs. Time")) << page.toStdString();
+        EXPECT_TRUE(page.contains(Q(plot.Fix.Type_of_Fix))) << page.toStdString();
+        QProcess::execute("pdftoppm", {"-r", "60", "-png", pdf + ".pdf", pdf});
+    }
 
     // The working sheet of the second row: the table's intercept to 0'.1 in the full form,
     // and the rounding-error line in the simplified form.
@@ -198,6 +217,18 @@ TEST_F(SightsWindowTest, ThreeStarsTypedGiveTheRightBodiesAndAFixAtTheKnownPosit
     EXPECT_EQ(full.My_rDat[at], Intercept_Text(w->Set().Sights[1].Intercept * kArcminPerRadian,
                                                " Away", " Towards"));
     Save_Png(calc->grab().toImage(), "sights", "working_sheet_full");
+    {
+        // Its print carries the same lines.
+        const QString pdf = QDir(KELMORAN_BINARY_DIR).filePath("sights/working_sheet_print");
+        cPrint_Gateway gateway;
+        ASSERT_TRUE(gateway.Save_PDF(calc->Print_Content(), (pdf + ".pdf").toStdString()));
+        QProcess text;
+        text.start("pdftotext", {"-layout", pdf + ".pdf", "-"});
+        text.waitForFinished(60000);
+        const QString page = QString::fromUtf8(text.readAllStandardOutput());
+        EXPECT_TRUE(page.contains("Intercept")) << page.toStdString();
+        QProcess::execute("pdftoppm", {"-r", "60", "-png", pdf + ".pdf", pdf});
+    }
     calc->Menu_Action(sightcalc_text::Errors)->trigger();
     calc->Menu_Action(sightcalc_text::AstroData)->trigger();
     EXPECT_FALSE(calc->Sheet().My_AstroData);
