@@ -550,7 +550,7 @@ class Tb_Times : public OptionsTab {
 
   private:
     void Row(QPainter& p, int32_t x, int32_t y, const char* caption, double zoneJD, int32_t zone,
-             bool spec, bool eta) {
+             bool ownZone, bool eta) {
         W.Group(p, {x - 8, y - 8, x + 560, y + 76}, caption);
         W.Text(p, x + 4, y + 10, Format_Day_Month(zoneJD, false) + "  " +
                                      Format_Time_Of_Day(zoneJD, false) + "  " + Format_TZ_Text(zone), true);
@@ -566,7 +566,7 @@ class Tb_Times : public OptionsTab {
         };
         number({x + 36, y + 40, x + 76, y + 64}, time_tab_text::HourField, std::abs(zone) / 60, "Hour");
         number({x + 130, y + 40, x + 170, y + 64}, time_tab_text::MinutesField, std::abs(zone) % 60, "Minute");
-        W.Add_Hot(W.Tick(p, x + 260, y + 42, "Spec", spec), key, [eta](int32_t b) {
+        W.Add_Hot(W.Tick(p, x + 260, y + 42, "Spec", ownZone), key, [eta](int32_t b) {
             if (b != mouse::Left) return;
             Plan_Header& h = Voyage.Header;
             std::string& text = eta ? h.ETA_Zone : h.ETD_Zone;
