@@ -95,12 +95,3 @@ BENCHMARK(BM_FindStar_Name_Search)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace kelmoran
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

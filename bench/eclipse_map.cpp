@@ -74,12 +74,3 @@ void BM_Map_Redrawn_At_New_Size(benchmark::State& state) {
 BENCHMARK(BM_Map_Redrawn_At_New_Size)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <chrono>
 
+#include "ui_bench.h"
 #include "ephemeris/Time_Calcs.h"
 #include "ephemeris/Units.h"
 #include "settings/File_IO.h"
@@ -21,13 +22,7 @@
 namespace {
 
 using namespace kelmoran;
-
-void Send_Key(QWidget* w, int key, const QString& text) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QApplication::sendEvent(w, &press);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
-    QApplication::sendEvent(w, &release);
-}
+using bench::Send_Key;
 
 void Click(QWidget* w, QPoint at) {
     QMouseEvent press(QEvent::MouseButtonPress, at, w->mapToGlobal(at), Qt::LeftButton,
@@ -101,13 +96,3 @@ void BM_AltAzDateKeyToPicture(benchmark::State& state) {
 BENCHMARK(BM_AltAzDateKeyToPicture)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QStandardPaths::setTestModeEnabled(true);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

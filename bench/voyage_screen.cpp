@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <cmath>
 
+#include "ui_bench.h"
 #include "ephemeris/Units.h"
 #include "settings/SettingsRecord.h"
 #include "shell/M_Edit.h"
@@ -18,13 +19,7 @@
 namespace {
 
 using namespace kelmoran;
-
-void Send_Key(QWidget* w, int key, const QString& text) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QApplication::sendEvent(w, &press);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
-    QApplication::sendEvent(w, &release);
-}
+using bench::Send_Key;
 
 void BM_VoyageSpeedKeyToPicture(benchmark::State& state) {
     fMain w;
@@ -75,13 +70,3 @@ void BM_VoyageSpeedKeyToPicture(benchmark::State& state) {
 BENCHMARK(BM_VoyageSpeedKeyToPicture)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QStandardPaths::setTestModeEnabled(true);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
