@@ -617,4 +617,35 @@ void GridModel::Resize_End() {
     Columns_Set_Working_Arrays();
 }
 
+int32_t GridModel::Position_Near(int32_t x) const {
+    for (int32_t p = MyHScroll; p <= ColmsInUse; ++p)
+        if (x < Heading_On_Screen(p).Right) return p;
+    return ColmsInUse;
+}
+
+bool GridModel::Drag_To(int32_t x, int32_t y) {
+    if (Resizing) {
+        Resize_MoveLine(x);
+    } else if (HighlightingColumns) {
+        Highlight_Column_Change(Position_Near(x));
+    } else if (HighlightingRows) {
+        const int32_t row = Row_At(x, std::max(y, Rows_Top()));
+        Highlight_Row_Change(row < 0 ? Bottomlabels : row);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool GridModel::End_Gestures(int32_t x) {
+    const bool resized = Resizing;
+    if (Resizing) {
+        Resize_MoveLine(x);
+        Resize_End();
+    }
+    HighlightingColumns = false;
+    HighlightingRows = false;
+    return resized;
+}
+
 }  // namespace kelmoran

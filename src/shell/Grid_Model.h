@@ -208,6 +208,17 @@ class GridModel {
     // Stores the new width, not below the minimum.
     void Resize_End();
 
+    // --- the gestures of the left button ---
+    // The position of the column whose heading on screen lies at or right of `x`.
+    int32_t Position_Near(int32_t x) const;
+    // The mouse moved to (x, y) with the left button down: the divider being dragged
+    // follows it, or the highlighted columns or rows reach it. False when no gesture is
+    // under way (nothing to draw again).
+    bool Drag_To(int32_t x, int32_t y);
+    // The left button went up at `x`: a divider being dragged takes its width there and
+    // every highlighting gesture ends. True when a width changed.
+    bool End_Gestures(int32_t x);
+
   private:
     Measure measure_;
     std::vector<std::string> samples_;

@@ -350,14 +350,6 @@ void cGeneralForm::SysMsg_hScrollColmShift(int32_t colm) {
     Draw();
 }
 
-int32_t cGeneralForm::Position_Near(int32_t x) const {
-    for (int32_t p = grid_.MyHScroll; p <= grid_.ColmsInUse; ++p) {
-        const Rect h = grid_.Heading_On_Screen(p);
-        if (x < h.Right) return p;
-    }
-    return grid_.ColmsInUse;
-}
-
 void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_t y) {
     if (Click_Into_Edit(button, x, y)) return;
     if (y < grid_.GridTop) {
@@ -368,7 +360,7 @@ void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, in
     const int32_t heading = grid_.Heading_At(x, y);
     if (button == mouse::Right) {
         int32_t pos = heading;
-        if (pos < 0 && grid_.Row_At(x, y) >= 0 && x >= kRowIndexMargin) pos = Position_Near(x);
+        if (pos < 0 && grid_.Row_At(x, y) >= 0 && x >= kRowIndexMargin) pos = grid_.Position_Near(x);
         // On Moon Phases a month with an eclipse offers it on the row's pop-up.
         const int32_t month = heading < 0 ? grid_.Row_At(x, y) : -1;
         menuEclipse_ = key_ == screen_key::Lunations && month >= 0
@@ -427,29 +419,12 @@ void cGeneralForm::SysMsg_MouseMove(int32_t button, int32_t, int32_t x, int32_t 
         const bool onDivider = grid_.Resizing || grid_.Divider_At(x, y) >= 0;
         window_->setCursor(onDivider ? Qt::SplitHCursor : Qt::ArrowCursor);
     }
-    if (!(button & mouse::Left)) return;
-    if (grid_.Resizing) {
-        grid_.Resize_MoveLine(x);
-    } else if (grid_.HighlightingColumns) {
-        grid_.Highlight_Column_Change(Position_Near(x));
-    } else if (grid_.HighlightingRows) {
-        const int32_t row = grid_.Row_At(x, std::max(y, grid_.Rows_Top()));
-        grid_.Highlight_Row_Change(row < 0 ? grid_.Bottomlabels : row);
-    } else {
-        return;
-    }
-    Draw();
+    if ((button & mouse::Left) && grid_.Drag_To(x, y)) Draw();
 }
 
 void cGeneralForm::SysMsg_MouseUp(int32_t button, int32_t, int32_t x, int32_t) {
     if (button != mouse::Left) return;
-    if (grid_.Resizing) {
-        grid_.Resize_MoveLine(x);
-        grid_.Resize_End();
-        SetScrollBars();
-    }
-    grid_.HighlightingColumns = false;
-    grid_.HighlightingRows = false;
+    if (grid_.End_Gestures(x)) SetScrollBars();
     Draw();
 }
 

@@ -98,7 +98,6 @@ class cGeneralForm : public DateStripScreen {
     void Sort_By(int32_t column, bool ascending);
     void Insert_Column(const std::string& title);
     void Show_Heading_Menu(int32_t position, int32_t x, int32_t y);
-    int32_t Position_Near(int32_t x) const;
 
     cSubClass* hook_ = nullptr;
     bool drWarning_ = false;

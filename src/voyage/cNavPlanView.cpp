@@ -462,26 +462,12 @@ void cNavPlan::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_
 }
 
 void cNavPlan::SysMsg_MouseMove(int32_t button, int32_t, int32_t x, int32_t y) {
-    if (!(button & mouse::Left)) return;
-    if (grid_.Resizing) {
-        grid_.Resize_MoveLine(x);
-    } else if (grid_.HighlightingRows) {
-        const int32_t row = grid_.Row_At(x, std::max(y, grid_.Rows_Top()));
-        grid_.Highlight_Row_Change(row < 0 ? grid_.Bottomlabels : row);
-    } else {
-        return;
-    }
-    Draw();
+    if ((button & mouse::Left) && grid_.Drag_To(x, y)) Draw();
 }
 
 void cNavPlan::SysMsg_MouseUp(int32_t button, int32_t, int32_t x, int32_t) {
     if (button != mouse::Left) return;
-    if (grid_.Resizing) {
-        grid_.Resize_MoveLine(x);
-        grid_.Resize_End();
-    }
-    grid_.HighlightingColumns = false;
-    grid_.HighlightingRows = false;
+    grid_.End_Gestures(x);
     Draw();
 }
 
