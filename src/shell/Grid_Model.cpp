@@ -623,6 +623,22 @@ int32_t GridModel::Position_Near(int32_t x) const {
     return ColmsInUse;
 }
 
+bool GridModel::Press(int32_t x, int32_t y, int32_t divider, int32_t heading) {
+    if (divider >= 0) {
+        Resize_Start(divider, x);
+    } else if (heading >= 0) {
+        Highlight_Column_Start(heading);
+    } else if (In_Corner(x, y)) {
+        Highlight_All(!HighlightingAll);
+    } else if (In_Row_Index(x, y)) {
+        Highlight_Row_Start(Row_At(x, y));
+    } else if (Cursor_To(x, y)) {
+        Clear_Highlights();
+        return true;
+    }
+    return false;
+}
+
 bool GridModel::Drag_To(int32_t x, int32_t y) {
     if (Resizing) {
         Resize_MoveLine(x);

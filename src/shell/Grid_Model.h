@@ -209,6 +209,10 @@ class GridModel {
     void Resize_End();
 
     // --- the gestures of the left button ---
+    // A left press at (x, y), on the divider `divider` or the heading `heading` (or -1):
+    // begins dragging the divider, highlighting the column, all, or the row; or moves the
+    // cursor to the cell and clears the highlights. True when the cursor moved.
+    bool Press(int32_t x, int32_t y, int32_t divider, int32_t heading);
     // The position of the column whose heading on screen lies at or right of `x`.
     int32_t Position_Near(int32_t x) const;
     // The mouse moved to (x, y) with the left button down: the divider being dragged

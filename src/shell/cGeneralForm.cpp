@@ -390,16 +390,7 @@ void cGeneralForm::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, in
             mnuAutoWidthAll();
         return;
     }
-    if (divider >= 0) {
-        grid_.Resize_Start(divider, x);
-    } else if (heading >= 0) {
-        grid_.Highlight_Column_Start(heading);
-    } else if (grid_.In_Corner(x, y)) {
-        grid_.Highlight_All(!grid_.HighlightingAll);
-    } else if (grid_.In_Row_Index(x, y)) {
-        grid_.Highlight_Row_Start(grid_.Row_At(x, y));
-    } else if (grid_.Cursor_To(x, y)) {
-        grid_.Clear_Highlights();
+    if (grid_.Press(x, y, divider, heading)) {
         Shell.CursorShown = kTrue;
         if (key_ == screen_key::Lunations) {
             // A click on a marked cell opens its eclipse.

@@ -445,19 +445,7 @@ void cNavPlan::SysMsg_MouseDown(int32_t button, int32_t shift, int32_t x, int32_
         return;
     }
     if (button != mouse::Left) return;
-    const int32_t divider = grid_.Divider_At(x, y);
-    if (divider >= 0) {
-        grid_.Resize_Start(divider, x);
-    } else if (heading >= 0) {
-        grid_.Highlight_Column_Start(heading);
-    } else if (grid_.In_Corner(x, y)) {
-        grid_.Highlight_All(!grid_.HighlightingAll);
-    } else if (grid_.In_Row_Index(x, y)) {
-        grid_.Highlight_Row_Start(grid_.Row_At(x, y));
-    } else if (grid_.Cursor_To(x, y)) {
-        grid_.Clear_Highlights();
-        Shell.CursorShown = kTrue;
-    }
+    if (grid_.Press(x, y, grid_.Divider_At(x, y), heading)) Shell.CursorShown = kTrue;
     Draw();
 }
 
