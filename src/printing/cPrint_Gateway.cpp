@@ -1,6 +1,5 @@
 #include "printing/cPrint_Gateway.h"
 
-#include <QFileDialog>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -28,8 +27,7 @@ PrintHooks Default_Hooks() {
     h.Pdf_Path = [](QWidget* parent, const std::string& documentName) {
         QString name = QString::fromStdString(documentName);
         name.replace(" ~ ", " - ");
-        const QString path = Remember_Dialog_Folder(QFileDialog::getSaveFileName(
-            parent, "Save as PDF", Dialog_Start(name + ".pdf"), "PDF Files (*.pdf)"));
+        const QString path = Save_File_Name(parent, "Save as PDF", "PDF Files (*.pdf)", name + ".pdf");
         if (path.isEmpty()) return std::string();
         return (path.endsWith(".pdf", Qt::CaseInsensitive) ? path : path + ".pdf").toStdString();
     };
